@@ -1,0 +1,28 @@
+# cmake --install: library, headers, CMake package, pkg-config file. The package works from wherever it is moved to.
+include(CMakePackageConfigHelpers)
+
+set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/velum")
+
+install(TARGETS velum EXPORT velumTargets
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+  FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+install(EXPORT velumTargets NAMESPACE velum:: DESTINATION "${package_dir}")
+
+get_property(subsystems GLOBAL PROPERTY VELUM_SUBSYSTEMS)
+list(JOIN subsystems " " VELUM_SUBSYSTEMS)
+configure_package_config_file(cmake/velumConfig.cmake.in
+  "${PROJECT_BINARY_DIR}/package/velumConfig.cmake" INSTALL_DESTINATION "${package_dir}")
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/package/velumConfigVersion.cmake"
+  COMPATIBILITY SameMinorVersion)
+install(FILES
+  "${PROJECT_BINARY_DIR}/package/velumConfig.cmake"
+  "${PROJECT_BINARY_DIR}/package/velumConfigVersion.cmake"
+  DESTINATION "${package_dir}")
+
+# The prefix is worked out from where the file lies, so that a moved tree still links.
+file(RELATIVE_PATH VELUM_PC_TO_PREFIX
+  "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+string(REGEX REPLACE "/$" "" VELUM_PC_TO_PREFIX "${VELUM_PC_TO_PREFIX}")
+configure_file(cmake/velum.pc.in "${PROJECT_BINARY_DIR}/package/velum.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/package/velum.pc"
+  DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

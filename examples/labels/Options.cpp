@@ -1,0 +1,59 @@
+#include <examples/labels/Options.h>
+
+#include <examples/common/Picture.h>
+
+namespace vlm::examples {
+namespace {
+
+constexpr char kUsage[] =
+    "Draws math text: a sheet of labels, or one label.\n"
+    "\n"
+    "  labels [-o FOLDER] [--labels FILE]   writes labels.png, labels.svg and labels.pdf\n"
+    "  labels --text TEXT -o FILE           writes one label; FILE ends in .png, .svg or .pdf\n"
+    "\n"
+    "  -o, --output PATH   where to write; the sheet goes to the present folder unless told\n"
+    "  --labels FILE       the labels of the sheet; those that come with the program unless told\n"
+    "  --text TEXT         the label to draw\n"
+    "  -h, --help          this text\n"
+    "\n"
+    "The status is 0 if all was written, 1 if something failed, 2 for a wrong command line.\n"
+    "Wrong labels of a sheet are shown on it and listed; a wrong TEXT fails.\n";
+
+void CheckOptions(const Options& options) {
+  if (options.help || !options.text) return;
+  if (!options.labels.empty()) throw UsageError("--text and --labels exclude each other");
+  if (options.output.empty()) throw UsageError("--text needs --output FILE");
+  if (!PictureFormatOf(options.output)) {
+    throw UsageError("'" + options.output + "' ends in none of .png, .svg and .pdf");
+  }
+}
+
+}  // namespace
+
+Options ParseOptions(const std::vector<std::string>& arguments) {
+  Options options;
+  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
+    const std::string& name = *argument;
+    const auto value = [&]() -> const std::string& {
+      if (argument + 1 == arguments.end()) throw UsageError(name + " needs a value");
+      return *++argument;
+    };
+    if (name == "-h" || name == "--help") {
+      options.help = true;
+    } else if (name == "-o" || name == "--output") {
+      options.output = value();
+    } else if (name == "--labels") {
+      options.labels = value();
+    } else if (name == "--text") {
+      options.text = value();
+    } else {
+      throw UsageError("unknown option '" + name + "'");
+    }
+  }
+  CheckOptions(options);
+  return options;
+}
+
+const char* UsageText() { return kUsage; }
+
+}  // namespace vlm::examples

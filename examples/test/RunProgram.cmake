@@ -1,0 +1,24 @@
+# Runs PROGRAM with ARGUMENTS in the empty folder FOLDER. Fails unless its exit status is STATUS, its output and messages together
+# match the regular expression SAYS, and it makes the files MAKES and no other.
+file(REMOVE_RECURSE "${FOLDER}")
+file(MAKE_DIRECTORY "${FOLDER}")
+execute_process(
+  COMMAND "${PROGRAM}" ${ARGUMENTS}
+  WORKING_DIRECTORY "${FOLDER}"
+  RESULT_VARIABLE status OUTPUT_VARIABLE said ERROR_VARIABLE complained)
+message("${said}${complained}")
+if(NOT status STREQUAL STATUS)
+  message(FATAL_ERROR "the status is ${status}, not ${STATUS}")
+endif()
+if(NOT "${said}${complained}" MATCHES "${SAYS}")
+  message(FATAL_ERROR "it does not say ${SAYS}")
+endif()
+if(NOT status EQUAL 0 AND (said OR NOT complained))
+  message(FATAL_ERROR "the complaint belongs to the error stream, and nothing to the output")
+endif()
+file(GLOB_RECURSE made RELATIVE "${FOLDER}" "${FOLDER}/*")
+list(SORT made)
+list(SORT MAKES)
+if(NOT made STREQUAL MAKES)
+  message(FATAL_ERROR "it made '${made}', not '${MAKES}'")
+endif()

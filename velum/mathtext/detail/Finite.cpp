@@ -1,0 +1,12 @@
+#include <velum/mathtext/detail/Finite.h>
+
+#include <velum/core/ErrorCodes.h>
+#include <velum/core/Exception.h>
+
+namespace vlm::detail {
+
+void ThrowNumberOutOfRange() {
+  ThrowErrorImpl("MTParser", __LINE__, ERR_CUSTOM, "MathText number out of range");
+}
+
+}  // namespace vlm::detail

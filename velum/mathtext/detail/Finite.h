@@ -1,0 +1,31 @@
+#pragma once
+
+/// \file
+/// Refuses numbers of a math text that leave the range of a double.
+///
+///     detail::RequireFinite(height * percent / 100.0);
+
+#include <velum/geometry/Vec2.h>
+#include <cmath>
+
+namespace vlm::detail {
+
+/// Raises code 0, "MathText number out of range".
+[[noreturn]] void ThrowNumberOutOfRange();
+
+/// Tells whether both components are finite.
+inline bool IsFinite(const Vec2d& vector) {
+  return std::isfinite(vector.x) && std::isfinite(vector.y);
+}
+
+/// Raises "MathText number out of range" for what is infinite or NaN.
+inline void RequireFinite(double value) {
+  if (!std::isfinite(value)) ThrowNumberOutOfRange();
+}
+
+/// Raises "MathText number out of range" if a component is infinite or NaN.
+inline void RequireFinite(const Vec2d& vector) {
+  if (!IsFinite(vector)) ThrowNumberOutOfRange();
+}
+
+}  // namespace vlm::detail

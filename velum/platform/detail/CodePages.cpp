@@ -1,0 +1,151 @@
+#include <velum/platform/detail/CodePageNames.h>
+#include <velum/platform/detail/CodePages.h>
+#include <velum/platform/detail/Utf8.h>
+
+#include <unicode/ucnv.h>
+#include <unicode/ucnv_cb.h>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <utility>
+
+namespace vlm::platform {
+
+namespace {
+
+bool IsUtf8(unsigned int codePage) noexcept {
+  return codePage == 0 || codePage == 1 || codePage == 65001;
+}
+
+// ICU's own callbacks give U+001A for some bad bytes and drop characters that are invisible; these
+// give the same answer for every page.
+void ReplaceBadBytes(const void*, UConverterToUnicodeArgs* args, const char*, int32_t,
+                     UConverterCallbackReason reason, UErrorCode* status) {
+  if (reason > UCNV_IRREGULAR) return;
+  *status = U_ZERO_ERROR;
+  constexpr UChar kSubstitute = kReplacement;
+  ucnv_cbToUWriteUChars(args, &kSubstitute, 1, 0, status);
+}
+
+void ReplaceMissingCharacter(const void*, UConverterFromUnicodeArgs* args, const UChar*, int32_t,
+                             UChar32, UConverterCallbackReason reason, UErrorCode* status) {
+  if (reason > UCNV_IRREGULAR) return;
+  *status = U_ZERO_ERROR;
+  ucnv_cbFromUWriteSub(args, 0, status);
+}
+
+struct Closer {
+  void operator()(UConverter* converter) const { ucnv_close(converter); }
+};
+
+struct Converter {
+  std::unique_ptr<UConverter, Closer> handle;
+  bool rotatesControls = false;
+};
+
+// ICU's tables of the DOS pages read the bytes 1A, 1C and 7F as U+001C, U+007F and U+001A, after a
+// habit of mainframes; the system passes them unchanged.
+UChar TurnBack(UChar unit) {
+  return unit == 0x1C ? 0x1A : unit == 0x7F ? 0x1C : unit == 0x1A ? 0x7F : unit;
+}
+
+UChar Turn(UChar unit) {
+  return unit == 0x1A ? 0x1C : unit == 0x1C ? 0x7F : unit == 0x7F ? 0x1A : unit;
+}
+
+Converter Open(unsigned int codePage) {
+  const char* const name = CodePageName(codePage);
+  if (!name) return {};
+  UErrorCode status = U_ZERO_ERROR;
+  Converter converter{{ucnv_open(name, &status), {}}};
+  if (U_FAILURE(status)) return {};
+  UConverter* const handle = converter.handle.get();
+  ucnv_setToUCallBack(handle, ReplaceBadBytes, nullptr, nullptr, nullptr, &status);
+  ucnv_setFromUCallBack(handle, ReplaceMissingCharacter, nullptr, nullptr, nullptr, &status);
+  ucnv_setSubstString(handle, u"?", 1, &status);
+  UChar probe[4] = {};
+  ucnv_toUChars(handle, probe, 4, "\x1A", 1, &status);
+  converter.rotatesControls = probe[0] == 0x1C;
+  return converter;
+}
+
+/// The thread's converter for a code page, null for none. Opening one takes microseconds, so each
+/// thread keeps those that it has used.
+const Converter* FindConverter(unsigned int codePage) {
+  thread_local std::map<unsigned int, Converter> converters;
+  const auto found = converters.find(codePage);
+  if (found != converters.end()) return &found->second;
+  Converter converter = Open(codePage);
+  if (!converter.handle) return nullptr;
+  return &converters.emplace(codePage, std::move(converter)).first->second;
+}
+
+constexpr std::size_t kChunk = 512;
+
+std::size_t DecodeWithIcu(const Converter& converter, std::string_view text, wchar_t* out) {
+  UConverter* const handle = converter.handle.get();
+  ucnv_resetToUnicode(handle);
+  std::size_t count = 0;
+  const char* source = text.data();
+  UErrorCode status = U_BUFFER_OVERFLOW_ERROR;
+  while (status == U_BUFFER_OVERFLOW_ERROR) {
+    UChar chunk[kChunk];
+    UChar* target = chunk;
+    status = U_ZERO_ERROR;
+    ucnv_toUnicode(handle, &target, chunk + kChunk, &source, text.data() + text.size(), nullptr,
+                   true, &status);
+    if (converter.rotatesControls) std::transform(chunk, target, chunk, TurnBack);
+    if (out) std::copy(chunk, target, out + count);
+    count += static_cast<std::size_t>(target - chunk);
+  }
+  return count;
+}
+
+std::size_t EncodeWithIcu(const Converter& converter, std::wstring_view text, char* out) {
+  UConverter* const handle = converter.handle.get();
+  ucnv_resetFromUnicode(handle);
+  std::size_t count = 0;
+  const wchar_t* at = text.data();
+  const wchar_t* const end = at + text.size();
+  while (at != end) {
+    UChar units[kChunk];
+    std::size_t filled = 0;
+    while (at != end && filled < kChunk - 1) {
+      wchar_t pair[2];
+      const std::size_t length = PutWide(NextCodePoint(at, end), pair);
+      for (std::size_t i = 0; i < length; ++i) units[filled++] = static_cast<UChar>(pair[i]);
+    }
+    if (converter.rotatesControls) std::transform(units, units + filled, units, Turn);
+    const UChar* source = units;
+    UErrorCode status = U_BUFFER_OVERFLOW_ERROR;
+    while (status == U_BUFFER_OVERFLOW_ERROR) {
+      char chunk[kChunk];
+      char* target = chunk;
+      status = U_ZERO_ERROR;
+      ucnv_fromUnicode(handle, &target, chunk + kChunk, &source, units + filled, nullptr, at == end,
+                       &status);
+      if (out) std::copy(chunk, target, out + count);
+      count += static_cast<std::size_t>(target - chunk);
+    }
+  }
+  return count;
+}
+
+}  // namespace
+
+bool IsCodePage(unsigned int codePage) { return IsUtf8(codePage) || FindConverter(codePage); }
+
+std::size_t NarrowToWide(std::string_view text, unsigned int codePage, wchar_t* out) {
+  if (IsUtf8(codePage)) return Utf8ToWide(text, out);
+  const Converter* const converter = text.empty() ? nullptr : FindConverter(codePage);
+  return converter ? DecodeWithIcu(*converter, text, out) : 0;
+}
+
+std::size_t WideToNarrow(std::wstring_view text, unsigned int codePage, char* out) {
+  if (IsUtf8(codePage)) return WideToUtf8(text, out);
+  const Converter* const converter = FindConverter(codePage);
+  return converter ? EncodeWithIcu(*converter, text, out) : 0;
+}
+
+}  // namespace vlm::platform
