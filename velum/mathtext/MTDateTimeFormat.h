@@ -4,8 +4,8 @@
 /// Date and time patterns of math text, as users write them in `\dt("...")`, and the formats of
 /// `strftime`:
 ///
-///     vlm::MathTextDTToPrintfFormat("h:nn tt");    // "%#I:%M %p"
-///     vlm::PrintfToMathTextDTFormat("%m/%d/%y");  // "mm/dd/yy"
+///     const vlm::GString format = vlm::MathTextDTToPrintfFormat("h:nn tt");     // "%#I:%M %p"
+///     const vlm::GString pattern = vlm::PrintfToMathTextDTFormat("%m/%d/%y");  // "mm/dd/yy"
 ///
 /// | Pattern | Format | Stands for |
 /// |---|---|---|

@@ -15,7 +15,7 @@
 namespace vlm {
 namespace {
 
-constexpr std::size_t kUsualStrings = 8;
+constexpr std::size_t kUsualStrings = 4;
 
 // An offset in units of one text height, in units of another.
 Vec2d ConvertOffset(const Vec2d& offset, double fromHeight, double toHeight) {
