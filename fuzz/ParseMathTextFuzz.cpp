@@ -94,13 +94,18 @@ Outcome LayOut(CMTTextIF& textIF, RecordingTextDevice& device, const std::string
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
-  RecordingTextDevice keptDevice;
-  CMTTextIF keeping(keptDevice);
-  const Outcome kept = LayOut(keeping, keptDevice, text);
-  Require(keptDevice.StackDepth() == 0, "a keeping interface leaves the device's stack alone");
+  // The clock of a text with the time may strike between the two, but not again and again.
+  bool alike = false;
+  for (int attempt = 0; attempt < 3 && !alike; ++attempt) {
+    RecordingTextDevice keptDevice;
+    CMTTextIF keeping(keptDevice);
+    const Outcome kept = LayOut(keeping, keptDevice, text);
+    Require(keptDevice.StackDepth() == 0, "a keeping interface leaves the device's stack alone");
 
-  RecordingTextDevice passedDevice;
-  vlm::CMTDirectTextIF passing(passedDevice);
-  Require(LayOut(passing, passedDevice, text) == kept, "both interfaces lay out alike");
+    RecordingTextDevice passedDevice;
+    vlm::CMTDirectTextIF passing(passedDevice);
+    alike = LayOut(passing, passedDevice, text) == kept;
+  }
+  Require(alike, "both interfaces lay out alike");
   return 0;
 }

@@ -1,9 +1,19 @@
 #include <velum/mathtext/MTTextIF.h>
 
 #include <exception>
+#include <typeinfo>
 #include <utility>
 
 namespace vlm {
+
+namespace detail {
+
+// Every member of the device is pure, so no source is the home of its type information. Named here,
+// the library exports it under every compiler.
+extern const std::type_info& kHeldDeviceType;
+const std::type_info& kHeldDeviceType = typeid(KQTextIF);
+
+}  // namespace detail
 
 CMTTextIF::CMTTextIF(KQTextIF& device) : device_(&device) {
   // The members stand in the order of the record, the calls in the order that devices are used to.
