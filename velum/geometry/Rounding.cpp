@@ -5,6 +5,7 @@
 
 #include <bit>
 #include <cmath>
+#include <initializer_list>
 
 namespace vlm {
 namespace {
@@ -61,7 +62,19 @@ double RoundUp(double value, int digits) noexcept {
   if (value == 0 || !std::isfinite(value)) {
     return value;
   }
-  const double unit = std::pow(10.0, double(DecimalExponent(value)) - digits + 1);
+  const double power = double(DecimalExponent(value)) - digits + 1;
+  if (power < 0 && power >= -308) {
+    // A quotient by a power of ten is the multiple rounded once; its inverse is not exact.
+    const double scale = std::pow(10.0, -power);
+    const double count = std::ceil(value * scale);
+    for (const double multiple : {count / scale, (count + 1) / scale}) {
+      if (multiple > value && std::isfinite(multiple)) {
+        return multiple;
+      }
+    }
+    return std::nextafter(value, INFINITY);
+  }
+  const double unit = std::pow(10.0, power);
   if (std::isinf(unit)) {
     return value < 0 ? 0.0 : INFINITY;
   }

@@ -31,7 +31,7 @@ bool AlmostEqualBits(Number a, Number b, unsigned int maxUlps) noexcept {
 double NormalizeAngle(double angle, double period) noexcept {
   const double rest = std::fmod(angle, period);
   if (!(rest < 0)) {
-    return rest;
+    return rest + 0.0;  // a whole number of turns backwards is 0, not -0
   }
   // A tiny negative rest rounds up to the whole period, which is outside the range.
   const double turned = rest + period;

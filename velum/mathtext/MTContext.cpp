@@ -123,7 +123,7 @@ void CMTContext::AccumulateText(const char* text) {
 void CMTContext::AdvanceToTabStop() {
   SendText();
   Vec2d& pen = Top().pen;
-  if (!(tabWidth_ > 0.0) || !std::isfinite(tabWidth_) || !std::isfinite(pen.x)) return;
+  if (tabWidth_ == 0.0 || !std::isfinite(tabWidth_) || !std::isfinite(pen.x)) return;
   const double next = (std::trunc(pen.x / tabWidth_) + 1.0) * tabWidth_;
   if (std::isfinite(next)) pen.x = next;
 }

@@ -54,20 +54,18 @@ class VELUM_API CMTContext : private IMathTextScanner {
   /// - Empty text: success, and `result` is left alone.
   /// - Text that needs no scanner (see `ContainsMathText`): one line is appended to `*result`.
   /// - Math text: `result` is replaced by the context's own block, and a further call on this
-  /// context
-  ///   appends to that block.
-  /// - Failure: `result` is unchanged; the attributes of the interface and the unfinished tree stay
-  /// as
-  ///   they were at the failure, and both can be used on.
+  ///   context appends to that block.
+  /// - Failure: `result` is unchanged. The unfinished text and the attributes of the interface stay
+  ///   as they were at the failure, so that the next text goes on from there: for a text that has
+  ///   nothing to do with the failed one, make a new context on a new interface. Both are safe to
+  ///   use and to destroy all the same.
   ///
   /// What fails: a syntax error; "}" without "{" in its line or substring; a line end while a brace
   /// is open; `\ssend` without `\ssbeg`; a text that ends inside a substring; substrings nested
   /// more than 100 deep; a number that makes the height, the pen or an offset infinite or NaN. A
   /// brace left open at the end of the text doesn't fail.
   ///
-  /// - A tab where the tab width is 0, negative or not finite, or where the pen isn't finite: the
-  /// pen
-  ///   stays.
+  /// - A tab where the tab width is 0 or not finite, or where the pen isn't finite: the pen stays.
   /// - A substring or line at a text height of 0: its offset is (0, 0).
   ///
   /// *Errors*: code 2 if `result` is null and the text needs no scanner. While a math text is read,

@@ -73,7 +73,12 @@ TEST(RoundUp, FindsTheNextMultipleAbove) {
   EXPECT_EQ(RoundUp(1234.5, 2), 1300);
   EXPECT_EQ(RoundUp(1300, 2), 1400) << "strictly above";
   EXPECT_EQ(RoundUp(-1300, 2), -1200);
-  EXPECT_DOUBLE_EQ(RoundUp(5, 4), 5.001);
+  EXPECT_EQ(RoundUp(5, 4), 5.001);
+  EXPECT_EQ(RoundUp(99.99, 4), 100) << "the value is a multiple, though its unit is not exact";
+  EXPECT_EQ(RoundUp(0.7, 1), 0.8);
+  EXPECT_EQ(RoundUp(0.3, 1), 0.4);
+  EXPECT_EQ(RoundUp(1.001, 4), 1.002);
+  EXPECT_EQ(RoundUp(-0.7, 1), -0.6);
   EXPECT_EQ(RoundUp(0, 4), 0);
   EXPECT_EQ(RoundUp(INFINITY, 4), INFINITY);
   EXPECT_EQ(RoundUp(kMost, 1), INFINITY);

@@ -10,8 +10,8 @@ constexpr std::size_t kMaxBytes = 128;  // the terminating zero included
 bool IsOneOf(char c, const char* set) { return c != '\0' && std::strchr(set, c) != nullptr; }
 
 // The same format in the language of this system's strftime: its flag for no leading zeros is '-',
-// its
-// '#' swaps the case of letters, and what it makes of an unknown directive is nobody's business.
+// its '#' swaps the case of letters, and what it makes of an unknown directive is nobody's
+// business.
 std::string ToSystemFormat(const char* format) {
   std::string result;
   while (*format != '\0') {

@@ -284,7 +284,7 @@ TEST_F(Context, TheDateGoesThroughItsFormat) {
 
 TEST_F(Context, TabsNeverMoveThePenAstray) {
   const double infinity = std::numeric_limits<double>::infinity();
-  for (const double chars : {0.0, -3.0, infinity, -infinity, std::nan("")}) {
+  for (const double chars : {0.0, infinity, -infinity, std::nan("")}) {
     CMTContext own(textIF, chars);
     block = nullptr;
     ASSERT_EQ(own.Parse("ab\tc", block), kSuccess);
