@@ -3,6 +3,7 @@
 #include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
 #include <velum/mathtext/MTAssocStringElement.h>
+#include <velum/mathtext/MTLayout.h>
 #include <velum/mathtext/MTMultiLineElement.h>
 #include <velum/mathtext/MTStringElement.h>
 #include <velum/mathtext/detail/Finite.h>
@@ -82,6 +83,7 @@ Box2d CMTLineElement::GetGenericBBox(CMTTextIF& textIF) const {
       box.ExtendBy(entry.element->GetInternalBBox(textIF, entry.offset));
     bracket.Close();
     SetGBBox(box);
+    xBoxValid_ = false;
   }
   return GetGBBox();
 }
@@ -111,6 +113,13 @@ Vec2d CMTLineElement::AssociateMLElement(CMTTextIF& textIF,
 
 void CMTLineElement::CalcEmptyLineInternalBBox(CMTTextIF& textIF, const Vec2d& position,
                                                Box2d& box) const {
+  // The measures of the x are kept for as long as the line's own.
+  if (xBoxValid_ && IsGBBoxValid()) {
+    const unsigned int horizAlignment = textIF.GetHorizAlignment();
+    box = xBox_ + CalcLeftBaseline(xBox_, Vec2d(), horizAlignment, textIF.GetVertAlignment()) +
+          Vec2d() + position;
+    return;
+  }
   detail::StateBracket bracket(textIF);
   const unsigned int horizAlignment = textIF.GetHorizAlignment();
   const unsigned int vertAlignment = textIF.GetVertAlignment();
@@ -121,7 +130,9 @@ void CMTLineElement::CalcEmptyLineInternalBBox(CMTTextIF& textIF, const Vec2d& p
   x.SetVertAlignment(vertAlignment);
   x.SetHorizJustify(horizJustify);
   box = x.GetInternalBBox(textIF, position);
+  xBox_ = x.GetGenericBBox(textIF);
   bracket.Close();
+  xBoxValid_ = IsGBBoxValid();
 }
 
 // The string that attachments go to: the last one, or an empty one made for them.

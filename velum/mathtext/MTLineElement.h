@@ -81,6 +81,8 @@ class VELUM_API CMTLineElement : public CMTElement {
                             const Vec2d& offset);
 
   std::vector<AssocEntry> entries_;
+  mutable Box2d xBox_;
+  mutable bool xBoxValid_ = false;
 };
 
 }  // namespace vlm
