@@ -352,6 +352,24 @@ TEST_F(MTElement, AWarmTreeAsksNothing) {
   EXPECT_EQ(block->GetExtentUsingTextIF(direct), extent);
   EXPECT_EQ(block->GetInternalBBox(direct, Vec2d()), cold);
   EXPECT_THAT(device.Calls(), IsEmpty());
+
+  // Drawing stacks the lines again; the measures of the empty one, too, are kept.
+  block->DrawUsingTextIF(direct, Vec2d());
+  EXPECT_THAT(device.Calls(), ::testing::Not(Contains(::testing::HasSubstr("GetBounds"))));
+}
+
+TEST_F(MTElement, AnEmptyLineIsMeasuredAgainWhenItsAttributesChange) {
+  const auto line = std::make_shared<CMTLineElement>(textIF);
+  Box2d before, after;
+  (void)line->GetGenericBBox(textIF);
+  line->CalcEmptyLineInternalBBox(textIF, Vec2d(), before);
+  textIF.PreserveState();
+  textIF.SetHeight(2 * textIF.GetHeight());
+  line->SetAttributes(textIF);
+  textIF.RestoreState();
+  (void)line->GetGenericBBox(textIF);
+  line->CalcEmptyLineInternalBBox(textIF, Vec2d(), after);
+  EXPECT_EQ(after, before * 2.0);
 }
 
 // Whatever call of the device fails, the exception arrives and the attributes are as before.
