@@ -26,6 +26,8 @@ function(velum_subsystem name)
   endif()
 endfunction()
 
+set(VELUM_TEST_LOCALES "${PROJECT_BINARY_DIR}/locales")
+
 # velum_test(TARGET SOURCES ... LIBRARIES ...): a GoogleTest program, each of its tests known to ctest.
 function(velum_test target)
   cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
@@ -34,7 +36,8 @@ function(velum_test target)
     ${arg_LIBRARIES} velum_compile_options velum_testing GTest::gmock GTest::gtest_main)
   target_precompile_headers(${target} REUSE_FROM velum_testing)
   include(GoogleTest)
-  gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+  gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 
+    PROPERTIES TIMEOUT 300 ENVIRONMENT "LOCPATH=${VELUM_TEST_LOCALES}")
 endfunction()
 
 # Called once the test tools exist.

@@ -7,7 +7,7 @@
 ///     vlm::ScanMathText("\\b x", recorder);  // recorder.calls is {"Bold", "Text 'x'"}
 
 #include <velum/mathtext/MTParser.h>
-#include <cstdio>
+#include <charconv>
 #include <string>
 #include <vector>
 
@@ -62,8 +62,9 @@ class ScanRecorder : public IMathTextScanner {
   }
   static std::string Number(double value) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.17g", value == 0.0 ? 0.0 : value);
-    return text;
+    const auto [end, error] = std::to_chars(text, text + sizeof text, value == 0.0 ? 0.0 : value,
+                                            std::chars_format::general, 17);
+    return std::string(text, end);
   }
 };
 
