@@ -8,8 +8,8 @@
 ///                                 [&](cairo_t* context) { sheet.Draw(context); });
 
 #include <examples/common/CairoTextDevice.h>
+#include <examples/common/LabelLayout.h>
 #include <examples/labels/LabelFile.h>
-#include <examples/labels/LabelLayout.h>
 
 #include <cstddef>
 #include <string>

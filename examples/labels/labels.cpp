@@ -1,9 +1,9 @@
 // Draws a sheet of labels, or one label; labels --help tells how.
 
 #include <examples/common/Handles.h>
+#include <examples/common/LabelLayout.h>
 #include <examples/common/Picture.h>
 #include <examples/labels/LabelFile.h>
-#include <examples/labels/LabelLayout.h>
 #include <examples/labels/LabelSheet.h>
 #include <examples/labels/Options.h>
 

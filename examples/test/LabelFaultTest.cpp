@@ -1,7 +1,7 @@
-#include <examples/labels/LabelFault.h>
+#include <examples/common/LabelFault.h>
 
 #include <examples/common/Handles.h>
-#include <examples/labels/LabelLayout.h>
+#include <examples/common/LabelLayout.h>
 
 #include <gtest/gtest.h>
 

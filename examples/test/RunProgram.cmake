@@ -1,16 +1,26 @@
-# Runs PROGRAM with ARGUMENTS in the empty folder FOLDER. Fails unless its exit status is STATUS, its output and messages together
-# match the regular expression SAYS, and it makes the files MAKES and no other.
+# Runs PROGRAM with ARGUMENTS in the empty folder FOLDER; it reads the file INPUT if that is given. Fails unless its exit status is
+# STATUS, its output and messages together match the regular expression SAYS, or are the text of the file OUTPUT where that is
+# given, and it makes the files MAKES and no other.
 file(REMOVE_RECURSE "${FOLDER}")
 file(MAKE_DIRECTORY "${FOLDER}")
+set(input "")
+if(INPUT)
+  set(input INPUT_FILE "${INPUT}")
+endif()
 execute_process(
-  COMMAND "${PROGRAM}" ${ARGUMENTS}
+  COMMAND "${PROGRAM}" ${ARGUMENTS} ${input}
   WORKING_DIRECTORY "${FOLDER}"
   RESULT_VARIABLE status OUTPUT_VARIABLE said ERROR_VARIABLE complained)
 message("${said}${complained}")
 if(NOT status STREQUAL STATUS)
   message(FATAL_ERROR "the status is ${status}, not ${STATUS}")
 endif()
-if(NOT "${said}${complained}" MATCHES "${SAYS}")
+if(DEFINED OUTPUT)
+  file(READ "${OUTPUT}" output)
+  if(NOT "${said}${complained}" STREQUAL "${output}")
+    message(FATAL_ERROR "it does not say '${output}'")
+  endif()
+elseif(NOT "${said}${complained}" MATCHES "${SAYS}")
   message(FATAL_ERROR "it does not say ${SAYS}")
 endif()
 if(NOT status EQUAL 0 AND (said OR NOT complained))

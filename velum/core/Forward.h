@@ -10,6 +10,10 @@ namespace vlm {
 
 class AtoW;
 class AtoWV;
+class BadAllocError;
+class CTokenizer;
+class CTypeInfo;
+class CTypedObject;
 class Exception;
 class GString;
 class IError;
@@ -17,8 +21,11 @@ class IHelp;
 class LengthError;
 class NonComparable;
 class OutOfRangeError;
+class StandardError;
 struct StringEquivalent;
 struct StringLess;
+class Tester;
+class UniqueNameGenerator;
 class UserAbortException;
 class WtoA;
 class WtoAArray;

@@ -11,9 +11,27 @@
 
 #include <velum/core/Api.h>
 
+#include <exception>
+#include <new>
 #include <stdexcept>
 
 namespace vlm {
+
+/// Thrown where a text is all that there is to say, as factories do.
+class VELUM_API StandardError : public std::exception {
+ public:
+  /// An error that says `text`, a literal: the pointer is kept.
+  explicit StandardError(const char* text) noexcept;
+  /// Copies the error.
+  StandardError(const StandardError&) noexcept;
+  ~StandardError() override;
+
+  /// The text.
+  [[nodiscard]] const char* what() const noexcept override;
+
+ private:
+  const char* text_;
+};
 
 /// Thrown where a position lies outside of a text or container.
 class VELUM_API OutOfRangeError : public std::out_of_range {
@@ -33,6 +51,20 @@ class VELUM_API LengthError : public std::length_error {
   /// Copies the error and its text.
   LengthError(const LengthError&) noexcept;
   ~LengthError() override;
+};
+
+/// Thrown where memory is exhausted or a buffer would grow beyond its largest size: "bad
+/// allocation".
+class VELUM_API BadAllocError : public std::bad_alloc {
+ public:
+  /// The error.
+  BadAllocError() noexcept;
+  /// Copies the error.
+  BadAllocError(const BadAllocError&) noexcept;
+  ~BadAllocError() override;
+
+  /// The text "bad allocation".
+  [[nodiscard]] const char* what() const noexcept override;
 };
 
 }  // namespace vlm

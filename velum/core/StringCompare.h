@@ -30,7 +30,7 @@ namespace detail {
 /// - "a_b" stands before "aZb", since "_" (0x5F) is below "z" (0x7A).
 ///
 /// Narrow texts are folded byte by byte.
-struct StringLess {
+struct VELUM_API StringLess {
   /// True if `a` stands before `b`.
   [[nodiscard]] bool operator()(const std::string& a, const std::string& b) const noexcept {
     return detail::CompareFolded(a.c_str(), b.c_str()) < 0;
@@ -42,7 +42,7 @@ struct StringLess {
 };
 
 /// Sameness of texts that ignores case, with the folding of `StringLess`.
-struct StringEquivalent {
+struct VELUM_API StringEquivalent {
   /// True if neither text stands before the other.
   [[nodiscard]] bool operator()(const std::string& a, const std::string& b) const noexcept {
     return detail::CompareFolded(a.c_str(), b.c_str()) == 0;

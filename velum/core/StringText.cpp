@@ -1,5 +1,6 @@
 #include <velum/core/StringText.h>
 
+#include <velum/core/detail/FieldScan.h>
 #include <velum/core/detail/WhiteSpace.h>
 
 #include <algorithm>
@@ -8,6 +9,8 @@
 #include <cwctype>
 
 namespace vlm {
+
+using detail::IsRuntimeSpace;
 
 namespace {
 
@@ -49,9 +52,6 @@ std::basic_string<Char>& TrimStart(std::basic_string<Char>& text) {
   text.erase(0, start);
   return text;
 }
-
-bool IsRuntimeSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
-bool IsRuntimeSpace(wchar_t c) { return std::iswspace(static_cast<std::wint_t>(c)) != 0; }
 
 template <class Char>
 std::basic_string<Char> NextToken(const std::basic_string<Char>& text, unsigned int& position,

@@ -48,7 +48,21 @@ class VELUM_API BasicGLine;
 using GLine2 = BasicGLine<Vec2d>;  ///< A line segment in the plane, see GLine.h.
 using GLine3 = BasicGLine<Vec3d>;  ///< A line segment in space, see GLine.h.
 
+template <class T>
+class VELUM_API BasicQuat4;
+
+using Quat4f = BasicQuat4<float>;   ///< A quaternion in `float`, see Quat4.h.
+using Quat4d = BasicQuat4<double>;  ///< A quaternion in `double`, see Quat4.h.
+
+template <class Mat, class T>
+class VELUM_API Mat4Base;
+
 class CRectTransformer;
+class Line3d;
+class Mat3d;
+class Mat4d;
+class Mat4f;
+class Plane;
 class RPoint;
 class RPoints;
 

@@ -79,4 +79,8 @@ RECT CRectTransformer::ReverseTransform(RECT const& rect) const noexcept {
   return RECT{leftTop.x, leftTop.y, rightBottom.x, rightBottom.y};
 }
 
+CRectTransformer::operator Mat3d() const noexcept {
+  return Mat3d::MakeTranslation(-sourceCenter_).Scale(scale_).Translate(destinationCenter_);
+}
+
 }  // namespace vlm

@@ -8,6 +8,7 @@
 
 #include <velum/core/Api.h>
 #include <velum/geometry/Box2.h>
+#include <velum/geometry/Mat3d.h>
 #include <velum/geometry/Vec2.h>
 #include <velum/platform/Types.h>
 
@@ -43,6 +44,9 @@ class VELUM_API CRectTransformer {
   [[nodiscard]] POINT ReverseTransform(POINT const& p) const noexcept;
   /// Maps two opposite corners of a rectangle back and rounds them as points.
   [[nodiscard]] RECT ReverseTransform(RECT const& rect) const noexcept;
+
+  /// Returns the mapping as a matrix: `p * Mat3d(transformer)` is `Transform(p)` but for rounding.
+  [[nodiscard]] operator Mat3d() const noexcept;
 
  private:
   Vec2d sourceCenter_;

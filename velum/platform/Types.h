@@ -1,9 +1,9 @@
 #pragma once
 
 /// \file
-/// Records of a published platform interface, as plain structures: points, rectangles, sizes and
-/// palette entries. Field names, order and widths are those of that interface, so that stored
-/// structures can be read as they are.
+/// Records of a published platform interface, as plain structures: points, rectangles, sizes,
+/// palette entries, times and entries of folders. Field names, order and widths are those of that
+/// interface, so that stored structures can be read as they are.
 ///
 ///     vlm::RECT page{0, 0, 210, 297};
 ///     vlm::POINT centre{page.right / 2, page.bottom / 2};
@@ -40,6 +40,35 @@ struct RGBQUAD {
   std::uint8_t rgbReserved;  ///< 0, or the opacity where a function says so.
 };
 
+/// A time: hundreds of nanoseconds since the beginning of 1601, in two halves.
+struct FILETIME {
+  std::uint32_t dwLowDateTime;   ///< The low 32 bits.
+  std::uint32_t dwHighDateTime;  ///< The high 32 bits.
+};
+
+/// An entry of a folder, as a search gives it. Texts are terminated.
+struct WIN32_FIND_DATAA {
+  std::uint32_t dwFileAttributes;  ///< Bits such as `FILE_ATTRIBUTE_DIRECTORY`.
+  FILETIME ftCreationTime;         ///< When it was made.
+  FILETIME ftLastAccessTime;       ///< When it was last read.
+  FILETIME ftLastWriteTime;        ///< When it was last written.
+  std::uint32_t nFileSizeHigh;     ///< The size in bytes, the high 32 bits.
+  std::uint32_t nFileSizeLow;      ///< The size in bytes, the low 32 bits.
+  std::uint32_t dwReserved0;       ///< Not in use.
+  std::uint32_t dwReserved1;       ///< Not in use.
+  char cFileName[260];             ///< The name without its folder.
+  char cAlternateFileName[14];     ///< A short form of the name.
+};
+
+inline constexpr std::uint32_t FILE_ATTRIBUTE_READONLY = 0x0001;    ///< May not be written.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_HIDDEN = 0x0002;      ///< Is not usually shown.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_SYSTEM = 0x0004;      ///< Belongs to the system.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_DIRECTORY = 0x0010;   ///< Is a folder.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_ARCHIVE = 0x0020;     ///< Waits for a backup.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_NORMAL = 0x0080;      ///< Has no other attribute.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_TEMPORARY = 0x0100;   ///< Will not stay.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_COMPRESSED = 0x0800;  ///< Is stored compressed.
+
 using tagPOINT = POINT;      ///< `POINT` under its tag name.
 using tagRECT = RECT;        ///< `RECT` under its tag name.
 using tagSIZE = SIZE;        ///< `SIZE` under its tag name.
@@ -47,5 +76,6 @@ using tagRGBQUAD = RGBQUAD;  ///< `RGBQUAD` under its tag name.
 
 static_assert(sizeof(POINT) == 8 && sizeof(RECT) == 16 && sizeof(SIZE) == 8);
 static_assert(sizeof(RGBQUAD) == 4);
+static_assert(sizeof(FILETIME) == 8 && sizeof(WIN32_FIND_DATAA) == 320);
 
 }  // namespace vlm

@@ -54,6 +54,14 @@ TEST(RectTransformer, MapsAllShapesBothWays) {
   EXPECT_EQ(Box2d(reverse.left, reverse.top, reverse.right, reverse.bottom), Box2d(0, 4, 4, 0));
 }
 
+TEST(RectTransformer, IsAMatrixToo) {
+  const CRectTransformer transformer(Box2d(0, 2, 4, 6), Box2d(0, 0, 10, -6), false);
+  // Centres (2, 4) and (5, -3), scales 2.5 and -1.5.
+  const Mat3d m = transformer;
+  EXPECT_TRUE(m.Equals(Mat3d(2.5, 0, 0, -1.5, 0, 3), 0));
+  EXPECT_EQ(Vec2d(3, 8) * m, transformer.Transform(Vec2d(3, 8)));
+}
+
 TEST(RectTransformer, WrapsPointsThatAreTooFarAway) {
   const CRectTransformer wide(Box2d(0, 0, 1, 1), Box2d(0, 0, 4294967296.0, 1e300), false);
   EXPECT_EQ(Vec2i(wide.Transform(POINT{3, 1})), Vec2i(0, 0)) << "3 * 2^32, and beyond 64 bits";

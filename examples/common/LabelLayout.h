@@ -10,7 +10,7 @@
 #include <velum/geometry/Box2.h>
 #include <velum/mathtext/MTMultiLineElement.h>
 #include <examples/common/CairoTextDevice.h>
-#include <examples/labels/LabelFault.h>
+#include <examples/common/LabelFault.h>
 
 #include <memory>
 #include <optional>

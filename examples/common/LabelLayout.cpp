@@ -1,4 +1,4 @@
-#include <examples/labels/LabelLayout.h>
+#include <examples/common/LabelLayout.h>
 
 #include <velum/mathtext/MTContext.h>
 #include <velum/mathtext/MTTextIF.h>

@@ -1,4 +1,4 @@
-#include <examples/labels/LabelFault.h>
+#include <examples/common/LabelFault.h>
 
 #include <velum/mathtext/MTParser.h>
 

@@ -1,0 +1,43 @@
+#pragma once
+
+/// \file
+/// Memory that runs out when a test wants it to.
+///
+///     vlm::testing::FailingAllocations exhausted(2);  // two allocations succeed, then none
+///     EXPECT_THROW(history.Do(command), std::bad_alloc);
+///
+/// FailingAllocations.cpp replaces `operator new` in the program that it is part of. So it is no
+/// part of the library of test tools: a program names it among its own sources.
+
+#include <cstddef>
+
+namespace vlm::testing {
+
+/// While it lives, allocations of the thread that made it by `operator new` fail: from the first
+/// one, or after some that succeed. `malloc` and memory with an alignment of its own are not
+/// touched.
+///
+/// One inside the life of another takes its place and gives it back.
+class FailingAllocations {
+ public:
+  /// The first `succeeding` allocations succeed, all others throw `std::bad_alloc`.
+  explicit FailingAllocations(std::size_t succeeding = 0) noexcept;
+  FailingAllocations(const FailingAllocations&) = delete;
+  FailingAllocations& operator=(const FailingAllocations&) = delete;
+  ~FailingAllocations();
+
+  /// True once an allocation has failed.
+  [[nodiscard]] bool HaveFailed() const noexcept { return failed_; }
+
+  /// True if the allocation that is asked for has to fail. `operator new` asks it.
+  static bool NextFails() noexcept;
+
+ private:
+  static thread_local FailingAllocations* active_;
+
+  FailingAllocations* const outer_;
+  std::size_t succeeding_;
+  bool failed_ = false;
+};
+
+}  // namespace vlm::testing

@@ -1,0 +1,94 @@
+#include <testing/FailingAllocations.h>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <new>
+#include <string>
+#include <thread>
+
+namespace vlm::testing {
+namespace {
+
+/// Allocates twice; gives whether that went well. Calls that name the operator are never optimised
+/// away.
+bool Allocates() {
+  try {
+    ::operator delete(::operator new(8));
+    ::operator delete[](::operator new[](8));
+    return true;
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+}
+
+TEST(FailingAllocations, FailAfterThoseThatSucceed) {
+  const std::size_t kAllocations = 2;  // of Allocates()
+  for (const std::size_t succeeding : {std::size_t{0}, std::size_t{1}, kAllocations}) {
+    bool first, second, failed;
+    {
+      const FailingAllocations exhausted(succeeding);
+      first = Allocates();
+      failed = exhausted.HaveFailed();
+      second = Allocates();
+    }
+    EXPECT_EQ(first, succeeding == kAllocations) << succeeding;
+    EXPECT_EQ(failed, !first) << succeeding;
+    EXPECT_FALSE(second) << succeeding;
+    EXPECT_TRUE(Allocates());
+  }
+}
+
+TEST(FailingAllocations, ReachTheLibrariesThatTheProgramUses) {
+  bool thrown = false;
+  {
+    const FailingAllocations exhausted;
+    try {
+      const std::string text(1000, 'x');  // allocated inside the standard library
+    } catch (const std::bad_alloc&) {
+      thrown = true;
+    }
+  }
+  EXPECT_TRUE(thrown);
+}
+
+TEST(FailingAllocations, GiveNullWhereNothingMayBeThrown) {
+  void* memory;
+  {
+    const FailingAllocations exhausted;
+    memory = ::operator new(8, std::nothrow);
+  }
+  EXPECT_EQ(memory, nullptr);
+}
+
+TEST(FailingAllocations, LeaveOtherThreadsAlone) {
+  std::atomic<bool> exhaustedHere = false;
+  bool allocated = false;
+  std::thread other([&] {
+    while (!exhaustedHere) std::this_thread::yield();
+    allocated = Allocates();
+  });
+  {
+    const FailingAllocations exhausted;
+    exhaustedHere = true;
+    other.join();
+  }
+  EXPECT_TRUE(allocated);
+}
+
+TEST(FailingAllocations, GiveBackTheOuterOne) {
+  bool inner, outer;
+  {
+    const FailingAllocations exhausted(0);
+    {
+      const FailingAllocations none(100);
+      inner = Allocates();
+    }
+    outer = Allocates();
+  }
+  EXPECT_TRUE(inner);
+  EXPECT_FALSE(outer);
+}
+
+}  // namespace
+}  // namespace vlm::testing

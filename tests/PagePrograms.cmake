@@ -1,0 +1,62 @@
+# velum_page_programs(PAGE [MAKES n:file ...])
+#
+# Builds and runs every program of a page: each block that begins with ```cpp is one, from its first line to its last. What it
+# prints must be the next block that begins with ```text, if one stands before the next program, or else nothing. MAKES names
+# the files that program n makes.
+
+function(velum_page_programs page)
+  cmake_parse_arguments(arg "" "" "MAKES" ${ARGN})
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${page}")
+  file(READ "${PROJECT_SOURCE_DIR}/${page}" rest)
+  cmake_path(GET page STEM stem)
+  string(TOLOWER "${stem}" stem)
+  set(number 0)
+  velum_next_block("```cpp\n" program)
+  while(found)
+    math(EXPR number "${number} + 1")
+    set(target "${stem}_program_${number}")
+    set(folder "${CMAKE_CURRENT_BINARY_DIR}/pages/${target}")
+    file(CONFIGURE OUTPUT "${folder}.cpp" CONTENT "${program}" @ONLY)
+    velum_next_output(output)
+    file(CONFIGURE OUTPUT "${folder}.out" CONTENT "${output}" @ONLY)
+    set(makes "${arg_MAKES}")
+    list(FILTER makes INCLUDE REGEX "^${number}:")
+    list(TRANSFORM makes REPLACE "^[0-9]+:" "")
+    add_executable(${target} "${folder}.cpp")
+    target_link_libraries(${target} PRIVATE velum_examples_common)
+    velum_examples_program(${target})
+    add_test(NAME Page.${stem}.Program${number}DoesWhatThePageSays
+      COMMAND ${CMAKE_COMMAND} -D "PROGRAM=$<TARGET_FILE:${target}>" -D "ARGUMENTS=" -D STATUS=0 -D "OUTPUT=${folder}.out"
+        -D "FOLDER=${folder}" -D "MAKES=${makes}" -P "${PROJECT_SOURCE_DIR}/examples/test/RunProgram.cmake")
+    velum_next_block("```cpp\n" program)
+  endwhile()
+  if(number EQUAL 0)
+    message(FATAL_ERROR "${page} has no program")
+  endif()
+endfunction()
+
+# Cuts the text between `mark` and the line ``` that ends the block out of `rest`, with all before it; sets `found`.
+macro(velum_next_block mark result)
+  string(FIND "${rest}" "${mark}" begin)
+  set(found FALSE)
+  if(NOT begin EQUAL -1)
+    set(found TRUE)
+    string(LENGTH "${mark}" length)
+    math(EXPR begin "${begin} + ${length}")
+    string(SUBSTRING "${rest}" ${begin} -1 rest)
+    string(FIND "${rest}" "```" end)
+    string(SUBSTRING "${rest}" 0 ${end} ${result})
+    math(EXPR end "${end} + 3")
+    string(SUBSTRING "${rest}" ${end} -1 rest)
+  endif()
+endmacro()
+
+# Does the same with the output of the program before, which is empty if the next program comes first.
+macro(velum_next_output result)
+  set(${result} "")
+  string(FIND "${rest}" "```cpp\n" program_begin)
+  string(FIND "${rest}" "```text\n" output_begin)
+  if(NOT output_begin EQUAL -1 AND (program_begin EQUAL -1 OR output_begin LESS program_begin))
+    velum_next_block("```text\n" ${result})
+  endif()
+endmacro()

@@ -1,0 +1,19 @@
+#pragma once
+
+/// \file
+/// Declares the classes of the files, for headers that only name them.
+///
+///     #include <velum/files/Forward.h>
+///     namespace vlm { void Load(CFile& file); }
+
+namespace vlm {
+
+class CBufferedFile;
+class CFile;
+class CFileFind;
+struct CFilenameCompare;
+class CMemoryFile;
+class CPath;
+struct DeprecatedPath;
+
+}  // namespace vlm

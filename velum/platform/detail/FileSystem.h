@@ -1,0 +1,54 @@
+#pragma once
+
+/// \file
+/// Questions to the file system, and changes to it. Paths are the library's.
+///
+///     if (!vlm::platform::IsThere("\\tmp\\plots")) vlm::platform::MakeFolder("\\tmp\\plots");
+///
+/// What fails says so and leaves the reason in errno.
+
+#include <cstdint>
+#include <string>
+
+namespace vlm::platform {
+
+/// What stands at a path.
+enum class FileKind { kNothing, kFile, kFolder };
+
+/// Looks what stands at `path`; everything that is no folder is a file.
+[[nodiscard]] FileKind KindOf(const char* path);
+
+/// True if the process may read what stands at `path`.
+[[nodiscard]] bool MayRead(const char* path);
+
+/// The size of a file in bytes, 0 for a folder; -1 if nothing is there.
+[[nodiscard]] std::int64_t SizeOf(const char* path);
+
+/// Removes a file, and no folder.
+bool RemoveFile(const char* path);
+
+/// Removes a folder that is empty.
+bool RemoveFolder(const char* path);
+
+/// Makes one folder.
+bool MakeFolder(const char* path);
+
+/// Makes 80 the last error, which stands for a file that is there already.
+void SetFileExistsError() noexcept;
+
+/// The folder for temporary files, with a separator at its end.
+[[nodiscard]] std::string TemporaryFolder();
+
+/// Makes an empty file in a folder, given with a separator at its end. The name is new and begins
+/// with `prefix`. Gives the path; empty if that fails or the path is longer than `limit`.
+[[nodiscard]] std::string MakeTemporaryFile(const std::string& folder, const char* prefix,
+                                            std::size_t limit);
+
+/// The current folder, without a separator at its end unless it is the root; empty if it is gone.
+[[nodiscard]] std::string CurrentFolder();
+
+/// The file of a loaded module, given by an address in it or by the handle that the loader gave;
+/// that of the running program for null; empty for neither.
+[[nodiscard]] std::string ModulePath(const void* module);
+
+}  // namespace vlm::platform
