@@ -7,10 +7,15 @@
 #include <velum/core/WideText.h>
 
 #include <cstring>
+#include <typeinfo>
 
 namespace vlm {
 
 namespace {
+
+// Named, so that every compiler exports it with the library: a `boost::any` of one module is asked
+// for its text by another.
+[[gnu::used]] const std::type_info* const kTextType = &typeid(GString);
 
 void RequirePosition(std::size_t position, const std::string& text) {
   if (position > text.size()) throw OutOfRangeError("invalid string position");

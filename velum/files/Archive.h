@@ -205,11 +205,11 @@ class VELUM_API Archive {
   unsigned int ClassToIndex(const CTypeInfo& type, bool& isNew);
   std::unique_ptr<CTypedObject> MakeObject();
   template <class Number>
-  void Move(Number& value);
+  [[gnu::visibility("hidden")]] void Move(Number& value);
   template <class Text>
-  void StoreText(const Text& text);
+  [[gnu::visibility("hidden")]] void StoreText(const Text& text);
   template <class Text>
-  void LoadText(Text& text);
+  [[gnu::visibility("hidden")]] void LoadText(Text& text);
   unsigned int LoadLength(unsigned int limit);
   void Require(std::uint64_t bytes);
   [[noreturn]] void FailAtEnd() const;

@@ -74,7 +74,9 @@ class VELUM_API Point2 {
   constexpr Point2& operator/=(T s) noexcept { return *this /= Point2(s, s); }
 
   /// Compares all components.
-  [[nodiscard]] constexpr bool operator==(const Point2& p) const noexcept = default;
+  [[nodiscard]] constexpr bool operator==(const Point2& p) const noexcept {
+    return x == p.x && y == p.y;
+  }
 };
 
 /// A point of three components: a Point2 with a `z`.
@@ -129,7 +131,9 @@ class VELUM_API Point3 : public Point2<T> {
   constexpr Point3& operator/=(T s) noexcept { return *this /= Point3(s, s, s); }
 
   /// Compares all components.
-  [[nodiscard]] constexpr bool operator==(const Point3& p) const noexcept = default;
+  [[nodiscard]] constexpr bool operator==(const Point3& p) const noexcept {
+    return Point2<T>::operator==(p) && z == p.z;
+  }
 };
 
 /// A point of four components: a Point3 with a `w`, whose type may differ.
@@ -188,7 +192,9 @@ class VELUM_API Point4 : public Point3<T> {
   constexpr Point4& operator/=(T s) noexcept { return *this /= Filled(s); }
 
   /// Compares all components.
-  [[nodiscard]] constexpr bool operator==(const Point4& p) const noexcept = default;
+  [[nodiscard]] constexpr bool operator==(const Point4& p) const noexcept {
+    return Point3<T>::operator==(p) && w == p.w;
+  }
 
  private:
   static constexpr Point4 Filled(T s) noexcept {

@@ -286,17 +286,17 @@ TEST(Archive, NumbersOutOfTheirOrderAreObjectsAndClassesAllTheSame) {
 }
 
 TEST(Archive, ChainsOfAnyLengthAreStoredAndLoaded) {
-  constexpr int kLength = 100000;
+  constexpr std::size_t kLength = 100000;
   const Nodes nodes;
   std::vector<Node> chain(kLength);
-  for (int i = 1; i < kLength; ++i) chain[i - 1].next = &chain[i];
+  for (std::size_t i = 1; i < kLength; ++i) chain[i - 1].next = &chain[i];
   chain.back().number = 42;
   Node* first = &chain[0];
   const Bytes stream = Stored([&first](Archive& archive) { archive.TransferObject(first); });
   Node::Alive().clear();
   Node* copy = nullptr;
   EXPECT_EQ(ErrorOf(stream, [&copy](Archive& archive) { archive.TransferObject(copy); }), -1);
-  int length = 1;
+  std::size_t length = 1;
   const Node* last = copy;
   for (; last->next; last = last->next) ++length;
   EXPECT_EQ(length, kLength);

@@ -48,7 +48,11 @@ bool InvertAffineOf(const T* m, T* out) noexcept {
     sums += Pair{positive[1], negative[1]};
   }
   const double determinant = sums[0] + sums[1];
-  if (!(std::abs(determinant / (sums[0] - sums[1])) >= 2.220446049250313e-16)) {
+  const double range = sums[0] - sums[1];
+  constexpr double kSmallest = 2.220446049250313e-16;
+  // Most matrices are so far from singular that it is seen without a division.
+  const bool isFar = std::abs(determinant) > range * (2 * kSmallest);
+  if (!isFar && !(std::abs(determinant / range) >= kSmallest)) {
     return false;
   }
 
