@@ -55,6 +55,14 @@ void ReplaceFile(const GString& path, const std::string& bytes) {
   if (error) RefuseToWrite(Native(path), error);
   const fs::file_status old = fs::status(target, error);
   if (fs::is_directory(old)) RefuseToWrite(target, std::make_error_code(std::errc::is_a_directory));
+  if (fs::exists(old) && !fs::is_regular_file(old)) {
+    // A device or a pipe has no contents that could be lost: it is written, never replaced.
+    CFile device(GString(target.string()), CFile::AccessWrite, CFile::ModeOpenExisting,
+                 CFile::ShareDenyNone);
+    device.Write(bytes.data(), static_cast<unsigned int>(bytes.size()));
+    device.Close();
+    return;
+  }
 
   TemporaryFile temporary(target.parent_path());
   if (temporary.Name().empty()) RefuseToWrite(target, {errno, std::generic_category()});

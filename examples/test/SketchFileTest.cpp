@@ -6,10 +6,12 @@
 #include <testing/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <thread>
 
 namespace vlm::sketchbook {
 namespace {
@@ -117,6 +119,18 @@ TEST(SafeFile, ReplacesWhatALinkLeadsToAndKeepsItsPermissions) {
   EXPECT_EQ(BytesOf(folder.Path("file")), "new");
   EXPECT_EQ(fs::status(folder.Path("file")).permissions(), fs::perms(0640));
   EXPECT_TRUE(fs::is_symlink(folder.Path("link")));
+}
+
+TEST(SafeFile, WritesAPipeAndDoesNotReplaceIt) {
+  const testing::TemporaryFolder folder;
+  const std::string pipe = folder.Path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  std::string read;
+  std::thread reader([&] { std::getline(std::ifstream(pipe), read); });
+  ReplaceFile(pipe, "bytes\n");
+  reader.join();
+  EXPECT_EQ(read, "bytes");
+  EXPECT_TRUE(fs::is_fifo(pipe));
 }
 
 TEST(SafeFile, ThatCannotBeWrittenLeavesTheFolderAsItWas) {

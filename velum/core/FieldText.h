@@ -35,9 +35,8 @@ namespace vlm {
 ///
 /// - `"1.5 , 2"` gives 1.5 and leads to `" 2"`;
 /// - `"1e"` gives 1, `"."` and `"e5"` give 0;
-/// - `"-"`, `"abc"`, a null `text` or `value`, and 255 characters or more give false, and nothing
-/// is
-///   changed;
+/// - `"-"`, `"abc"`, a null `text` or `value`, and 255 characters or more give false; nothing
+///   changes;
 /// - a value too large for a `double` gives infinity.
 VELUM_API bool ParseDouble(const char* text, double* value, const char** next);
 

@@ -47,10 +47,10 @@ constexpr std::uint16_t SumOfWord(std::uint64_t word) noexcept {
   return static_cast<std::uint16_t>(pairs * 0x0001000100010001 >> 48);
 }
 
-std::uint16_t SumOfBytes(const void* data, unsigned int size) noexcept {
+std::uint16_t SumOfBytes(const void* data, std::size_t size) noexcept {
   const auto* const bytes = static_cast<const unsigned char*>(data);
   std::uint16_t sum = 0;
-  unsigned int i = 0;
+  std::size_t i = 0;
   for (; i + 8 <= size; i += 8) {
     std::uint64_t word;
     std::memcpy(&word, bytes + i, sizeof(word));
@@ -254,9 +254,10 @@ void Archive::Transfer(char* text, unsigned int limit) {
     StoreText(std::string_view(text ? text : ""));
     return;
   }
+  if (!text) ThrowErrorImpl(kSource, __LINE__, ERR_INTERNAL);
   const unsigned int length = LoadLength(limit);
   text[length] = 0;
-  if (length) Read(text, length);
+  Read(text, length);
 }
 
 void Archive::Transfer(wchar_t* text, unsigned int limit) {
@@ -264,6 +265,7 @@ void Archive::Transfer(wchar_t* text, unsigned int limit) {
     StoreText(UpToNul(std::wstring(text ? text : L"")));
     return;
   }
+  if (!text) ThrowErrorImpl(kSource, __LINE__, ERR_INTERNAL);
   const unsigned int length = LoadLength(limit);
   text[length] = 0;
   for (unsigned int i = 0; i < length; ++i) {
@@ -294,12 +296,16 @@ void Archive::SyncCheck() {
 }
 
 void Archive::Read(void* data, unsigned int size) {
-  if (File().Read(data, size) != size) FailAtEnd();
+  CFile& file = File();
+  if (size == 0) return;
+  if (file.Read(data, size) != size) FailAtEnd();
   checksum_ = static_cast<std::uint16_t>(checksum_ + SumOfBytes(data, size));
 }
 
 void Archive::Write(const void* data, unsigned int size) {
-  File().Write(data, size);
+  CFile& file = File();
+  if (size == 0) return;
+  file.Write(data, size);
   checksum_ = static_cast<std::uint16_t>(checksum_ + SumOfBytes(data, size));
 }
 

@@ -51,14 +51,17 @@ struct ArchiveTables;
 /// - `SyncCheck` puts in a sum of all bytes so far, by which damage is found.
 ///
 /// A stream is not trusted: a length beyond what is left of the stream is the error of a stream
-/// that ends too early, before memory is asked for. Chains of objects may be of any length that
-/// 1 GB of stack, which the archive provides, has room for.
+/// that ends too early, before memory is asked for.
+///
+/// Chains of objects may be of any length that 1 GB of stack has room for. The archive provides it
+/// in threads of its own, while the caller's waits: a `Serialize` function relies on nothing that
+/// belongs to a thread, such as a lock that it holds across a transfer, and takes less than 128 kB
+/// of stack between two transfers of objects.
 ///
 /// Ownership: objects that a load makes belong to whoever the pointers are handed to, also if it
 /// fails on the way; the archive keeps a share in those of `std::shared_ptr` until it closes.
 ///
-/// Threads: an archive belongs to one thread at a time. A deep chain of objects may go on in a
-/// thread of the archive's own while the caller's waits.
+/// Threads: an archive belongs to one thread at a time.
 ///
 /// *Errors*: `Exception` with `ERR_INTERNAL` for a transfer with no stream open; `ERR_READ`
 /// "Unexpected end of file" for a stream that ends too early; else the codes of `CFile`. Only
@@ -103,7 +106,8 @@ class VELUM_API Archive {
   [[nodiscard]] const char* GetFilename() const noexcept;
 
   /// Opens the file at `path`: to be read, while others may read it too, or created or emptied and
-  /// written, while nobody else may open it.
+  /// written, while nobody else may open it. A text of more than 512 bytes is read from a file only
+  /// that has a length, not from a pipe.
   ///
   /// *Errors*: `ERR_INTERNAL` for an empty path and an open archive; `ERR_OPEN`.
   void OpenFile(const GString& path, Mode mode);
@@ -160,7 +164,7 @@ class VELUM_API Archive {
   void Transfer(char* text, unsigned int limit);
   /// The same for a wide text.
   void Transfer(wchar_t* text, unsigned int limit);
-  /// `size` bytes as they are.
+  /// `size` bytes as they are; `data` may be null for 0.
   void Transfer(void* data, unsigned int size);
 
   /// An object or null, by its pointer. Reading makes the object, or finds it.
@@ -173,7 +177,8 @@ class VELUM_API Archive {
   template <class T>
   void TransferObject(T*& object);
   /// The same for an object that is shared. Its numbers are apart from those of plain pointers: an
-  /// object that is transferred both ways becomes two.
+  /// object that is transferred both ways becomes two. What is made does not know its own shared
+  /// pointer: `shared_from_this` finds none.
   template <class T>
   void TransferObject(std::shared_ptr<T>& object);
 

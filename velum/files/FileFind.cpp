@@ -1,9 +1,9 @@
 #include <velum/files/FileFind.h>
 
 #include <velum/core/Exception.h>
-#include <velum/core/StringText.h>
 #include <velum/files/Path.h>
 #include <velum/files/detail/PathText.h>
+#include <velum/files/detail/WildCards.h>
 #include <velum/platform/detail/Folders.h>
 
 #include <algorithm>
@@ -23,12 +23,11 @@ bool IsDotsName(std::string_view name) { return name == "." || name == ".."; }
 std::vector<std::string> MatchingNames(const std::string& folder, const std::string& mask) {
   std::vector<std::string> names;
   if (!platform::ListFolder(folder, names)) return {};
-  if (mask != "*" && mask != "*.*") {
-    const GString folded = detail::FoldAscii(mask);
-    std::erase_if(names, [&folded](const std::string& name) {
-      return !WildCmp(folded.c_str(), detail::FoldAscii(name).c_str(), true);
-    });
-  }
+  const detail::WildCards wildCards(mask);
+  const bool wantsAll = mask.find_first_not_of("*.") == std::string::npos;
+  std::erase_if(names, [&wildCards, wantsAll](const std::string& name) {
+    return IsDotsName(name) ? !wantsAll : !wildCards.Match(name);
+  });
   std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
     return std::tuple(!IsDotsName(a), std::string_view(a)) <
            std::tuple(!IsDotsName(b), std::string_view(b));

@@ -22,11 +22,15 @@ namespace vlm {
 /// are taken from the folder when the search begins; an entry that is gone when its turn comes is
 /// passed over.
 ///
-/// The pattern is a path whose name may hold the wild cards `*`, any run of bytes, and `?`, one
-/// byte;
-/// `*.*` is every name. Names match without regard to the case of ASCII letters. "." and ".." come
-/// first, if they match, then the others in the order of their bytes. A name without a wild card is
-/// looked for as it is spelt.
+/// The pattern is a path whose name may hold wild cards. Names match without regard to the case of
+/// ASCII letters.
+///
+/// - `*`: any bytes. `*.*` is every name, with a point or without, and `*.` every one without.
+/// - `?`: one byte, or none before a point and at the end: `a??.txt` finds a.txt, too.
+/// - A point before a wild card: a point, or the end of the name: `abc.*` finds abc, too.
+///
+/// "." and ".." come first, where the pattern is nothing but `*` and points, then the others in the
+/// order of their bytes. A name without a wild card is looked for as it is spelt.
 ///
 /// Of the attributes this system has the folder, the read-only file that nobody may write, the
 /// hidden file whose name begins with a point, and the normal file that is none of these.

@@ -46,9 +46,8 @@ class VELUM_API Line3d {
   /// barycentric coordinates, which go with `v0`, `v1` and `v2`; and whether it is met from the
   /// front, from where the corners go round clockwise. The edges belong to the triangle.
   ///
-  /// - No hit; a triangle whose doubled area is at most 2.220446049250313e-16; a line that is
-  /// parallel
-  ///   to it to 1e-10: `false`, and nothing is written.
+  /// - No hit; a triangle whose doubled area is at most 2.220446049250313e-16; a line parallel to
+  ///   it to 1e-10: `false`, and nothing is written.
   ///
   /// *Source:* Badouel, An efficient ray-polygon intersection, 1990.
   bool Intersect(const Vec3d& v0, const Vec3d& v1, const Vec3d& v2, Vec3d& point,

@@ -89,9 +89,8 @@ class VELUM_API Mat4Base {
   /// Factors the matrix into what `SetTransform` of the same arguments, with a center at the
   /// origin, makes it of. The factors are good to about 1e-6 and better.
   ///
-  /// - The upper left 3x3 block is rotation times stretch; a reflection comes out as three scales
-  /// of
-  ///   opposite sign. The stretch axes are named so that `scaleOrientation` turns as little as
+  /// - The upper left 3x3 block is rotation times stretch; a reflection comes out as three negative
+  ///   scales. The stretch axes are named so that `scaleOrientation` turns as little as
   ///   possible: it is the identity where the matrix stretches along the coordinate axes.
   /// - A singular block has scales of 0, and a rotation that fits what is left of it.
   /// - The element m33 divides translation and scale unless it is 0; the rest of the last column is

@@ -97,10 +97,10 @@ class VELUM_API Mat4d : public Mat4Base<Mat4d, double> {
 
   /// Writes the inverse. A matrix may be inverted into itself.
   ///
-  /// - A plane transform with a determinant not above 2.220446049250313e-16 of what it sums:
-  /// singular.
-  /// - Affine, with a determinant below that part of what it sums, or with nothing to sum:
-  /// singular.
+  /// - A plane transform with a determinant not above 2.220446049250313e-16 of what it sums is
+  ///   singular.
+  /// - So is an affine one with a determinant below that part of what it sums, or with nothing to
+  ///   sum.
   /// - Complex, with the determinant of the upper left 2x2 block, or of what is left after it (its
   ///   Schur complement), below 1e-11 in magnitude: not inverted, although it may be regular.
   /// - Infinities and NaN where they reach a determinant: not inverted.

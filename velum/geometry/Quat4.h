@@ -112,7 +112,7 @@ class VELUM_API BasicQuat4 {
   ///
   /// - A cosine between them above 0.99999: the identity.
   /// - Below -0.99999: a half turn about an axis across `from`.
-  /// - A zero vector: NaN.
+  /// - A zero vector: NaN in x, y and z.
   void Set(const Vec3& from, const Vec3& to) noexcept;
   /// Multiplies all four components, `w` included, by -1 / `Norm`: beside `Inverse` the result has
   /// `w` of the opposite sign. A `Norm` of at most `kSmallestNorm` leaves the quaternion as it is,

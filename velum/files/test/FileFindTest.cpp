@@ -55,7 +55,6 @@ TEST_F(FileFind, GivesTheNamesThatMatchInTheOrderOfTheirBytes) {
   EXPECT_THAT(found("*.*"), all) << "every name, also those without a point";
   EXPECT_THAT(found("*.txt"), ElementsAre("a10.txt", "a9.txt", "b.TXT", "sub.txt"));
   EXPECT_THAT(found("A?.TXT"), ElementsAre("a9.txt"));
-  EXPECT_THAT(found("?"), ElementsAre("."));
   EXPECT_THAT(found("noext"), ElementsAre("noext"));
   EXPECT_THAT(found("NOEXT"), IsEmpty()) << "a name is looked for as it is spelt";
   EXPECT_THAT(found("none*"), IsEmpty());
@@ -65,6 +64,35 @@ TEST_F(FileFind, GivesTheNamesThatMatchInTheOrderOfTheirBytes) {
   CFileFind drive("c:\\*"), none;
   EXPECT_FALSE(drive.FindNextFileA());
   EXPECT_FALSE(none.FindNextFileA());
+}
+
+TEST(FileFindWildCards, AreThoseOfTheSystemThatThePathsComeFrom) {
+  const testing::TemporaryFolder folder;
+  for (const char* const name : {"abc", "abcd.txt", "a.txt", "ab.txt", "noext", "x.y.z"}) {
+    std::ofstream(folder.Path(name)) << "1";
+  }
+  struct Row {
+    const char* pattern;
+    std::vector<std::string> names;
+    const char* why;
+  };
+  const Row rows[] = {
+      {"a*.*", {"a.txt", "ab.txt", "abc", "abcd.txt"}, "a point before a star may be the end"},
+      {"ABC.*", {"abc"}, "the same, and letters fold"},
+      {"*.", {".", "..", "abc", "noext"}, "no point"},
+      {"*.z", {"x.y.z"}, "a star goes over points"},
+      {"x.*", {"x.y.z"}, "a star goes over points"},
+      {"ab?.txt", {"ab.txt"}, "no byte before a point"},
+      {"a???.txt", {"a.txt", "ab.txt", "abcd.txt"}, "up to three bytes before a point"},
+      {"no????", {"noext"}, "no byte at the end"},
+      {"no??", {}, "but bytes that are there need theirs"},
+      {"?.txt", {"a.txt"}, "one byte"},
+      {"a*t*x*", {"a.txt", "ab.txt", "abcd.txt"}, "stars find their way back"},
+  };
+  for (const Row& row : rows) {
+    CFileFind find(folder.Path(row.pattern));
+    EXPECT_EQ(Rest(find), row.names) << row.pattern << ": " << row.why;
+  }
 }
 
 TEST_F(FileFind, DescribesWhatItFinds) {

@@ -9,8 +9,7 @@ namespace vlm::detail {
 /// Inverts a matrix with the last column (0, 0, 0, 1) by cofactors of its 3x3 block, in `double`.
 ///
 /// - The determinant below 2.220446049250313e-16 of the sum of the magnitudes of its terms, that
-/// sum
-///   0, or NaN in either: no inverse.
+///   sum 0, or NaN in either: no inverse.
 bool InvertAffine(const double* m, double* out) noexcept;
 /// Does the same for `float`: computed in `double`, and each element rounded once.
 bool InvertAffine(const float* m, float* out) noexcept;

@@ -81,7 +81,10 @@ std::string MakeTemporaryFile(const std::string& folder, const char* prefix, std
   constexpr char kSuffix[] = ".tmp";
   const std::string path = folder + prefix + "XXXXXX" + kSuffix;
   std::string native = NativePath(path.c_str());
-  if (native.empty() || path.size() > limit) return {};
+  if (native.empty() || path.size() > limit) {
+    errno = native.empty() ? ENOENT : ENAMETOOLONG;
+    return {};
+  }
   const int file = ::mkstemps(native.data(), sizeof(kSuffix) - 1);
   if (file == -1) return {};
   ::close(file);
