@@ -91,6 +91,9 @@ void ExceptionsCrossTheBoundary() {
   ArrivesAs<std::out_of_range>("std::out_of_range", [] { (void)vlm::GString("abc").substr(4, 1); });
   ArrivesAs<std::length_error>("std::length_error",
                                [] { vlm::GString("abc").append(0xFFFFFFFEu, 'x'); });
+  ArrivesAs<vlm::StandardError>("StandardError",
+                                [] { (void)vlm::CommandFactory::CanConstruct(""); });
+  ArrivesAs<vlm::BadAllocError>("BadAllocError", [] { vlm::CMemoryFile().SetLength(0x80000001u); });
 }
 
 }  // namespace
