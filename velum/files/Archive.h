@@ -218,7 +218,7 @@ class VELUM_API Archive {
   unsigned int LoadLength(unsigned int limit);
   void Require(std::uint64_t bytes);
   [[noreturn]] void FailAtEnd() const;
-  CFile& File() const;
+  [[gnu::visibility("hidden")]] CFile& File() const;
   void Reset();
 
   Mode mode_ = ModeLoad;

@@ -176,7 +176,7 @@ class VELUM_API Mat4d : public Mat4Base<Mat4d, double> {
 
   [[nodiscard]] Mat4d Multiply2D(const Mat4d& m) const noexcept;
   [[nodiscard]] Mat4d MultiplyAffine(const Mat4d& m) const noexcept;
-  [[nodiscard]] Mat4d MultiplyComplex(const Mat4d& m) const noexcept;
+  [[nodiscard]] inline Mat4d MultiplyComplex(const Mat4d& m) const noexcept;
   [[nodiscard]] Mat4d MultiplyComplexBySimpler(const Mat4d& m) const noexcept;
 
   bool Invert2D(Mat4d& out) const noexcept;
