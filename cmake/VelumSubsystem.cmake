@@ -35,6 +35,10 @@ function(velum_test target)
   target_link_libraries(${target} PRIVATE
     ${arg_LIBRARIES} velum_compile_options velum_testing GTest::gmock GTest::gtest_main)
   target_precompile_headers(${target} REUSE_FROM velum_testing)
+  if(VELUM_SANITIZE MATCHES "thread")
+    # The sanitizer's own operator new is not weak: that of testing/FailingAllocations.cpp must not clash with it.
+    target_link_options(${target} PRIVATE "LINKER:-z,muldefs")
+  endif()
   include(GoogleTest)
   gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 
     PROPERTIES TIMEOUT 300 ENVIRONMENT "LOCPATH=${VELUM_TEST_LOCALES}")

@@ -13,6 +13,14 @@
 
 namespace vlm::testing {
 
+/// False in a build with clang's thread sanitizer, which keeps `operator new` to itself: tests that
+/// need failures are skipped there.
+#ifdef __has_feature
+inline constexpr bool kAllocationsCanFail = !__has_feature(thread_sanitizer);
+#else
+inline constexpr bool kAllocationsCanFail = true;
+#endif
+
 /// While it lives, allocations of the thread that made it by `operator new` fail: from the first
 /// one, or after some that succeed. `malloc` and memory with an alignment of its own are not
 /// touched.

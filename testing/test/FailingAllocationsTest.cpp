@@ -23,6 +23,7 @@ bool Allocates() {
 }
 
 TEST(FailingAllocations, FailAfterThoseThatSucceed) {
+  if (!kAllocationsCanFail) GTEST_SKIP() << "the thread sanitizer keeps operator new to itself";
   const std::size_t kAllocations = 2;  // of Allocates()
   for (const std::size_t succeeding : {std::size_t{0}, std::size_t{1}, kAllocations}) {
     bool first, second, failed;
@@ -40,6 +41,7 @@ TEST(FailingAllocations, FailAfterThoseThatSucceed) {
 }
 
 TEST(FailingAllocations, ReachTheLibrariesThatTheProgramUses) {
+  if (!kAllocationsCanFail) GTEST_SKIP() << "the thread sanitizer keeps operator new to itself";
   bool thrown = false;
   {
     const FailingAllocations exhausted;
@@ -53,6 +55,7 @@ TEST(FailingAllocations, ReachTheLibrariesThatTheProgramUses) {
 }
 
 TEST(FailingAllocations, GiveNullWhereNothingMayBeThrown) {
+  if (!kAllocationsCanFail) GTEST_SKIP() << "the thread sanitizer keeps operator new to itself";
   void* memory;
   {
     const FailingAllocations exhausted;
@@ -62,6 +65,7 @@ TEST(FailingAllocations, GiveNullWhereNothingMayBeThrown) {
 }
 
 TEST(FailingAllocations, LeaveOtherThreadsAlone) {
+  if (!kAllocationsCanFail) GTEST_SKIP() << "the thread sanitizer keeps operator new to itself";
   std::atomic<bool> exhaustedHere = false;
   bool allocated = false;
   std::thread other([&] {
@@ -77,6 +81,7 @@ TEST(FailingAllocations, LeaveOtherThreadsAlone) {
 }
 
 TEST(FailingAllocations, GiveBackTheOuterOne) {
+  if (!kAllocationsCanFail) GTEST_SKIP() << "the thread sanitizer keeps operator new to itself";
   bool inner, outer;
   {
     const FailingAllocations exhausted(0);
