@@ -1,9 +1,26 @@
 #include <testing/FailingAllocations.h>
 
+#include <malloc.h>
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
 namespace vlm::testing {
+namespace {
+
+// What `operator new` gave and has not got back, and the most of it since the last measurement
+// began.
+constinit std::atomic<std::ptrdiff_t> held{0};
+constinit std::atomic<std::ptrdiff_t> most{0};
+
+void Count(std::ptrdiff_t bytes) noexcept {
+  const std::ptrdiff_t now = held.fetch_add(bytes, std::memory_order_relaxed) + bytes;
+  std::ptrdiff_t known = most.load(std::memory_order_relaxed);
+  while (now > known && !most.compare_exchange_weak(known, now, std::memory_order_relaxed)) {
+  }
+}
+
+}  // namespace
 
 constinit thread_local FailingAllocations* FailingAllocations::active_ = nullptr;
 
@@ -24,12 +41,28 @@ bool FailingAllocations::NextFails() noexcept {
   return true;
 }
 
+AllocationPeak::AllocationPeak() noexcept : before_(held.load(std::memory_order_relaxed)) {
+  most.store(before_, std::memory_order_relaxed);
+}
+
+std::size_t AllocationPeak::Bytes() const noexcept {
+  return static_cast<std::size_t>(most.load(std::memory_order_relaxed) - before_);
+}
+
 }  // namespace vlm::testing
 
 namespace {
 
 void* Allocate(std::size_t size) noexcept {
-  return vlm::testing::FailingAllocations::NextFails() ? nullptr : std::malloc(size ? size : 1);
+  if (vlm::testing::FailingAllocations::NextFails()) return nullptr;
+  void* const memory = std::malloc(size ? size : 1);
+  if (memory) vlm::testing::Count(static_cast<std::ptrdiff_t>(malloc_usable_size(memory)));
+  return memory;
+}
+
+void Free(void* memory) noexcept {
+  if (memory) vlm::testing::Count(-static_cast<std::ptrdiff_t>(malloc_usable_size(memory)));
+  std::free(memory);
 }
 
 void* AllocateOrThrow(std::size_t size) {
@@ -47,9 +80,9 @@ void* operator new[](std::size_t size) { return AllocateOrThrow(size); }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
 
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
-void operator delete[](void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
+void operator delete(void* memory) noexcept { Free(memory); }
+void operator delete[](void* memory) noexcept { Free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { Free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { Free(memory); }
+void operator delete(void* memory, const std::nothrow_t&) noexcept { Free(memory); }
+void operator delete[](void* memory, const std::nothrow_t&) noexcept { Free(memory); }

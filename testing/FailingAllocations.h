@@ -1,10 +1,14 @@
 #pragma once
 
 /// \file
-/// Memory that runs out when a test wants it to.
+/// Memory that runs out when a test wants it to, and memory that is measured.
 ///
 ///     vlm::testing::FailingAllocations exhausted(2);  // two allocations succeed, then none
 ///     EXPECT_THROW(history.Do(command), std::bad_alloc);
+///
+///     const vlm::testing::AllocationPeak peak;
+///     Load(stream);
+///     EXPECT_LT(peak.Bytes(), 1u << 20);
 ///
 /// FailingAllocations.cpp replaces `operator new` in the program that it is part of. So it is no
 /// part of the library of test tools: a program names it among its own sources.
@@ -46,6 +50,21 @@ class FailingAllocations {
   FailingAllocations* const outer_;
   std::size_t succeeding_;
   bool failed_ = false;
+};
+
+/// Measures the memory of `operator new`, of all threads of the program, while it lives. One lives
+/// at a time.
+class AllocationPeak {
+ public:
+  AllocationPeak() noexcept;
+  AllocationPeak(const AllocationPeak&) = delete;
+  AllocationPeak& operator=(const AllocationPeak&) = delete;
+
+  /// The most bytes that were held at once so far, beyond those held when it was made.
+  [[nodiscard]] std::size_t Bytes() const noexcept;
+
+ private:
+  const std::ptrdiff_t before_;
 };
 
 }  // namespace vlm::testing

@@ -95,5 +95,19 @@ TEST(FailingAllocations, GiveBackTheOuterOne) {
   EXPECT_FALSE(outer);
 }
 
+TEST(AllocationPeak, IsTheMostThatWasHeldAtOnce) {
+  if (!kAllocationsCanFail) GTEST_SKIP() << "the thread sanitizer keeps operator new to itself";
+  const std::string before(100000, 'x');
+  const AllocationPeak peak;
+  EXPECT_EQ(peak.Bytes(), 0u);
+  std::thread([] {
+    const std::string one(30000, 'x');
+    const std::string two(40000, 'x');
+  }).join();
+  { const std::string less(50000, 'x'); }
+  EXPECT_GE(peak.Bytes(), 70000u);
+  EXPECT_LT(peak.Bytes(), 80000u);
+}
+
 }  // namespace
 }  // namespace vlm::testing

@@ -261,7 +261,7 @@ void Archive::TransferObject(std::shared_ptr<T>& object) {
   const std::shared_ptr<CTypedObject>& found = FindOrMakeShared(number, isNew);
   object = std::dynamic_pointer_cast<T>(found);
   if (found && !object) Refuse(number, found, isNew);
-  if (isNew) SerializeBody(*object);  // which may move what `found` leads to
+  if (isNew) SerializeBody(*object);
 }
 
 }  // namespace vlm

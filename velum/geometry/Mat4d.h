@@ -151,6 +151,7 @@ class VELUM_API Mat4d : public Mat4Base<Mat4d, double> {
   /// Returns the product: this transform followed by `m`. Elements that the types tell to be 0 or 1
   /// are used as such; otherwise each element is the sum of its four products in order.
   [[nodiscard]] Mat4d operator*(const Mat4d& m) const noexcept {
+    if (type_ == TYPE_COMPLEX && m.type_ == TYPE_COMPLEX) return MultiplyComplex(m);
     switch (GetType()) {
       case TYPE_IDENTITY:
         return m;
@@ -159,7 +160,7 @@ class VELUM_API Mat4d : public Mat4Base<Mat4d, double> {
       case TYPE_AFFINE:
         return MultiplyAffine(m);
       default:
-        return MultiplyComplex(m);
+        return m.GetType() == TYPE_COMPLEX ? MultiplyComplex(m) : MultiplyComplexBySimpler(m);
     }
   }
 
@@ -192,19 +193,19 @@ inline Mat4d Mat4d::MultiplyComplex(const Mat4d& m) const noexcept {
   using detail::Both;
   using detail::LoadPair;
   using detail::Pair;
-  if (m.GetType() != TYPE_COMPLEX) {
-    return MultiplyComplexBySimpler(m);
-  }
   const double* const b = m.m_;
   const Pair xy[] = {LoadPair(b), LoadPair(b + 4), LoadPair(b + 8), LoadPair(b + 12)};
   const Pair zw[] = {LoadPair(b + 2), LoadPair(b + 6), LoadPair(b + 10), LoadPair(b + 14)};
   Mat4d product{NoValue()};
-  for (std::size_t r = 0; r < 16; r += 4) {
-    const Pair a[] = {Both(m_[r]), Both(m_[r + 1]), Both(m_[r + 2]), Both(m_[r + 3])};
-    double* const out = product.m_ + r;
+  const auto row = [&](const double* from, double* out) {
+    const Pair a[] = {Both(from[0]), Both(from[1]), Both(from[2]), Both(from[3])};
     detail::StorePair(out, a[0] * xy[0] + a[1] * xy[1] + a[2] * xy[2] + a[3] * xy[3]);
     detail::StorePair(out + 2, a[0] * zw[0] + a[1] * zw[1] + a[2] * zw[2] + a[3] * zw[3]);
-  }
+  };
+  row(m_, product.m_);
+  row(m_ + 4, product.m_ + 4);
+  row(m_ + 8, product.m_ + 8);
+  row(m_ + 12, product.m_ + 12);
   return product;
 }
 

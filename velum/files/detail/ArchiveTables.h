@@ -12,8 +12,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -77,45 +77,78 @@ class ObjectNumbers {
 
 /// From numbers to objects, for loading. 0 leads to null. `Pointer` is `T*` or
 /// `std::shared_ptr<T>`.
+///
+/// A stream spends 8 bytes at least on each object. A row of numbers takes the pointers alone here,
+/// and grows by blocks, so that a stream can't make the table larger than 4 times itself.
 template <class Pointer>
 class LoadedObjects {
  public:
+  LoadedObjects() { Reset(); }
+
   /// Forgets all but null.
   void Reset() {
-    objects_.assign(1, Pointer());
+    row_.assign(1, Pointer());
     strays_.clear();
+    slots_.assign(kFewestSlots, Slot{});
   }
 
   /// The entry of a number; null if there is none.
   ///
-  /// *Lifetime*: until the next `Enter`.
+  /// *Lifetime*: until `Remove` or `Reset`.
   [[nodiscard]] const Pointer* Find(std::uint32_t number) const {
-    if (number < objects_.size()) return &objects_[number];
-    const auto found = strays_.find(number);
-    return found == strays_.end() ? nullptr : &found->second;
+    if (number < row_.size()) return &row_[number];
+    const Slot& slot = slots_[SlotOf(number)];
+    return slot.number ? &strays_[slot.stray] : nullptr;
   }
 
   /// Enters an object under a number that is not there, and gives its entry.
   ///
   /// *Lifetime*: as above.
   const Pointer& Enter(std::uint32_t number, Pointer object) {
-    if (number != objects_.size()) return strays_.emplace(number, std::move(object)).first->second;
-    objects_.push_back(std::move(object));
-    return objects_.back();
+    if (number == row_.size()) return row_.emplace_back(std::move(object));
+    if ((strays_.size() + 1) * 4 > slots_.size() * 3) Grow();
+    const Pointer& entry = strays_.emplace_back(std::move(object));
+    slots_[SlotOf(number)] = {number, static_cast<std::uint32_t>(strays_.size() - 1)};
+    return entry;
   }
 
   /// Takes out what was entered last, under `number`.
   void Remove(std::uint32_t number) {
-    if (number + std::size_t{1} == objects_.size()) {
-      objects_.pop_back();
+    if (number + std::size_t{1} == row_.size()) {
+      row_.pop_back();
     } else {
-      strays_.erase(number);
+      slots_[SlotOf(number)] = Slot{};  // no later entry was placed behind it
+      strays_.pop_back();
     }
   }
 
  private:
-  std::vector<Pointer> objects_{Pointer()};  // numbers in a row, as sound streams have them
-  std::unordered_map<std::uint32_t, Pointer> strays_;  // all others
+  static constexpr std::size_t kFewestSlots = 16;
+
+  struct Slot {
+    std::uint32_t number = 0;  // 0 where there is none
+    std::uint32_t stray = 0;
+  };
+
+  // The slot of a stray number, or the free one where it would go.
+  [[nodiscard]] std::size_t SlotOf(std::uint32_t number) const noexcept {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t at = static_cast<std::size_t>(number * 0x9E3779B97F4A7C15u >> 32) & mask;
+    while (slots_[at].number != 0 && slots_[at].number != number) at = (at + 1) & mask;
+    return at;
+  }
+
+  void Grow() {
+    std::vector<Slot> slots(slots_.size() * 2);
+    slots.swap(slots_);
+    for (const Slot& slot : slots) {
+      if (slot.number) slots_[SlotOf(slot.number)] = slot;
+    }
+  }
+
+  std::deque<Pointer> row_;     // by their numbers, which are in a row in sound streams
+  std::deque<Pointer> strays_;  // all others
+  std::vector<Slot> slots_;     // where the strays are
 };
 
 /// A class that came up in a stream.

@@ -8,6 +8,7 @@
 #include <velum/geometry/Quat4.h>
 #include <velum/geometry/Vec2.h>
 #include <velum/geometry/Vec3.h>
+#include <testing/FailingAllocations.h>
 #include <testing/TemporaryFolder.h>
 #include <gtest/gtest.h>
 #include <climits>
@@ -407,6 +408,9 @@ TEST(Archive, StreamCutAtAnyByteEndsTooEarly) {
   }
 }
 
+// The memory that a load may hold at once.
+std::size_t MostFor(const Bytes& stream) { return (std::size_t{64} << 20) + 4 * stream.size(); }
+
 // How many of 10,000 streams with one changed byte are refused.
 template <class Transfers>
 int Refused(const Bytes& sound, Transfers transfers) {
@@ -418,7 +422,9 @@ int Refused(const Bytes& sound, Transfers transfers) {
     const Nodes nodes;
     Bytes stream = sound;
     stream[random() % stream.size()] ^= static_cast<unsigned char>(1 + random() % 255);
+    const testing::AllocationPeak peak;
     const int error = ErrorOf(stream, transfers);
+    EXPECT_LE(peak.Bytes(), MostFor(stream));
     EXPECT_TRUE(error == -1 || error == ERR_READ || error == ERR_DAMAGED_FILE ||
                 error == ERR_CREATE_OBJECT)
         << error;
@@ -442,6 +448,35 @@ TEST(Archive, DamagedStreamThatEndsInASyncRecordIsNeverAccepted) {
     archive.SyncCheck();
   };
   EXPECT_EQ(Refused(Stored(transfers), transfers), 10000);
+}
+
+TEST(Archive, ObjectsThatAreAllTheirStreamHoldsTakeMemoryInProportionToIt) {
+  if (!testing::kAllocationsCanFail) GTEST_SKIP() << "the thread sanitizer keeps operator new";
+  constexpr std::uint32_t kObjects = 500000;
+  const auto inARow = [](std::uint32_t i) { return i + 1; };
+  const auto downwards = [](std::uint32_t i) { return 2 * (kObjects - i) + 5; };
+  for (const auto& numberOf : {std::function<std::uint32_t(std::uint32_t)>(inARow),
+                               std::function<std::uint32_t(std::uint32_t)>(downwards)}) {
+    const Bytes stream = Stored([&numberOf](Archive& archive) {
+      unsigned int firstClass = 0;
+      for (std::uint32_t i = 0; i < kObjects; ++i) {
+        unsigned int number = numberOf(i);
+        archive.Transfer(number);
+        archive.Transfer(firstClass);
+        std::string name = "Foo";
+        if (i == 0) archive.Transfer(name);
+      }
+    });
+    const testing::AllocationPeak peak;
+    EXPECT_EQ(ErrorOf(stream,
+                      [](Archive& archive) {
+                        std::shared_ptr<Foo> object;
+                        for (std::uint32_t i = 0; i < kObjects; ++i) archive.TransferObject(object);
+                      }),
+              -1);
+    EXPECT_GT(peak.Bytes(), stream.size());
+    EXPECT_LE(peak.Bytes(), MostFor(stream));
+  }
 }
 
 TEST(Archive, LengthBeyondTheStreamAsksForNoMemory) {

@@ -1,5 +1,6 @@
 #include <velum/geometry/detail/Inverse4.h>
 
+#include <velum/geometry/detail/InverseFourWide.h>
 #include <velum/geometry/detail/Pair.inl.h>
 
 #include <cmath>
@@ -132,7 +133,11 @@ float SumOfMagnitudes(Row row) noexcept {
 
 }  // namespace
 
-bool InvertAffine(const double* m, double* out) noexcept { return InvertAffineOf(m, out); }
+bool InvertAffine(const double* m, double* out) noexcept {
+  return HasFourWide() ? InvertAffineFourWide(m, out) : InvertAffineInPairs(m, out);
+}
+
+bool InvertAffineInPairs(const double* m, double* out) noexcept { return InvertAffineOf(m, out); }
 
 bool InvertAffine(const float* m, float* out) noexcept { return InvertAffineOf(m, out); }
 

@@ -11,6 +11,8 @@ namespace vlm::detail {
 /// - The determinant below 2.220446049250313e-16 of the sum of the magnitudes of its terms, that
 ///   sum 0, or NaN in either: no inverse.
 bool InvertAffine(const double* m, double* out) noexcept;
+/// The same, as it is computed where registers hold two doubles.
+bool InvertAffineInPairs(const double* m, double* out) noexcept;
 /// Does the same for `float`: computed in `double`, and each element rounded once.
 bool InvertAffine(const float* m, float* out) noexcept;
 
