@@ -22,6 +22,11 @@ ROWS = [
 ]
 UPWARD = {
     # file: {headers from a higher row}
+    # Polygons are written to files and read from them; their headers only name the file.
+    "velum/geometry/GPolygon.h": {"velum/files/Forward.h"},
+    "velum/geometry/GPolygon.cpp": {"velum/files/BufferedFile.h"},
+    "velum/geometry/GPolygon2d.h": {"velum/files/Forward.h"},
+    "velum/geometry/GPolygon2dFiles.cpp": {"velum/files/BufferedFile.h"},
 }
 
 SERVICES = re.compile(

@@ -48,6 +48,12 @@ class VELUM_API BasicGLine;
 using GLine2 = BasicGLine<Vec2d>;  ///< A line segment in the plane, see GLine.h.
 using GLine3 = BasicGLine<Vec3d>;  ///< A line segment in space, see GLine.h.
 
+template <class Vec>
+class VELUM_API BasicDashLineGenerator;
+
+using GDashLineGenerator = BasicDashLineGenerator<Vec2d>;   ///< See GDashLineGenerator.h.
+using GDashLine3Generator = BasicDashLineGenerator<Vec3d>;  ///< See GDashLineGenerator.h.
+
 template <class T>
 class VELUM_API BasicQuat4;
 
@@ -57,7 +63,13 @@ using Quat4d = BasicQuat4<double>;  ///< A quaternion in `double`, see Quat4.h.
 template <class Mat, class T>
 class VELUM_API Mat4Base;
 
+class CLineClip;
+class CPolyClip;
 class CRectTransformer;
+class GLineClipPolygon;
+class GPolygon;
+class GPolygon2d;
+class GPolyline;
 class Line3d;
 class Mat3d;
 class Mat4d;

@@ -1,0 +1,118 @@
+#include <velum/geometry/detail/ClippedRings.h>
+
+#include <velum/core/Exception.h>
+#include <velum/geometry/PolygonMeasures.h>
+
+#include <cmath>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace vlm::detail {
+
+namespace {
+
+// Rings as the clipper takes them, with vertices of their own.
+class Contours {
+ public:
+  explicit Contours(const MultiPolygon2d& polygons) {
+    for (const RingPolygon2d& polygon : polygons) {
+      Add(polygon.outer());
+      for (const Ring2d& ring : polygon.inners()) Add(ring);
+    }
+    gpc_vertex* vertex = vertices_.data();
+    for (gpc_vertex_list& list : lists_) {
+      list.vertex = vertex;
+      vertex += list.num_vertices;
+    }
+    holes_.resize(lists_.size());
+  }
+
+  gpc_polygon Polygon() noexcept {
+    return {static_cast<std::int32_t>(lists_.size()), holes_.data(), lists_.data()};
+  }
+
+ private:
+  void Add(const Ring2d& ring) {
+    if (ring.empty()) return;
+    for (std::size_t i = 0; i + 1 < ring.size(); ++i) vertices_.push_back({ring[i].x, ring[i].y});
+    lists_.push_back({static_cast<std::int32_t>(ring.size() - 1), nullptr});
+  }
+
+  std::vector<gpc_vertex> vertices_;
+  std::vector<gpc_vertex_list> lists_;
+  std::vector<std::int32_t> holes_;
+};
+
+Ring2d RingOf(const gpc_vertex_list& contour) {
+  Ring2d ring;
+  ring.reserve(static_cast<std::size_t>(contour.num_vertices) + 1);
+  for (std::int32_t i = 0; i < contour.num_vertices; ++i) {
+    ring.push_back(Vec2d(contour.vertex[i].x, contour.vertex[i].y));
+  }
+  ring.push_back(ring.front());
+  return ring;
+}
+
+double AreaOfRing(const Ring2d& ring) noexcept {
+  return std::abs(PolygonArea(ring.data(), static_cast<unsigned int>(ring.size())));
+}
+
+}  // namespace
+
+ClippedRings::ClippedRings(gpc_op operation, const MultiPolygon2d& left,
+                           const MultiPolygon2d& right) {
+  Contours subject(left);
+  Contours clip(right);
+  gpc_polygon a = subject.Polygon();
+  gpc_polygon b = clip.Polygon();
+  try {
+    gpc_polygon_clip(operation, &a, &b, &contours_);
+    hasResult_ = true;
+  } catch (const Exception&) {
+    contours_ = {};
+  }
+}
+
+ClippedRings::~ClippedRings() { gpc_free_polygon(&contours_); }
+
+double ClippedRings::Area() const noexcept {
+  double area = 0;
+  for (std::int32_t i = 0; i < contours_.num_contours; ++i) {
+    const gpc_vertex_list& contour = contours_.contour[i];
+    double twice = 0;
+    const gpc_vertex origin = contour.vertex[0];
+    for (std::int32_t k = 2; k < contour.num_vertices; ++k) {
+      const gpc_vertex& p = contour.vertex[k - 1];
+      const gpc_vertex& q = contour.vertex[k];
+      twice += (p.x - origin.x) * (q.y - origin.y) - (p.y - origin.y) * (q.x - origin.x);
+    }
+    area += contours_.hole[i] ? -std::abs(twice) / 2 : std::abs(twice) / 2;
+  }
+  return area;
+}
+
+MultiPolygon2d ClippedRings::LooseRings() const {
+  MultiPolygon2d loose;
+  loose.resize(1);
+  for (std::int32_t i = 0; i < contours_.num_contours; ++i) {
+    Ring2d ring = RingOf(contours_.contour[i]);
+    if (contours_.hole[i]) {
+      loose.front().inners().push_back(std::move(ring));
+    } else {
+      loose.emplace_back().outer() = std::move(ring);
+    }
+  }
+  return loose;
+}
+
+double AreaOfRings(const MultiPolygon2d& polygons) noexcept {
+  double area = 0;
+  for (const RingPolygon2d& polygon : polygons) {
+    area += AreaOfRing(polygon.outer());
+    for (const Ring2d& ring : polygon.inners()) area -= AreaOfRing(ring);
+  }
+  return area;
+}
+
+}  // namespace vlm::detail

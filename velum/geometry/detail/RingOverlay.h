@@ -1,0 +1,29 @@
+#pragma once
+
+/// \file
+/// Set operations on rings, by Boost.Geometry, behind plain functions: its overlay takes seconds to
+/// compile.
+
+#include <velum/geometry/Box2.h>
+#include <velum/geometry/PolygonRings.h>
+
+namespace vlm::detail {
+
+/// The set operations, as `GPolygon2d` names them.
+enum class RingOperation { kIntersection, kUnion, kDifference, kXor };
+
+/// Returns the result of an operation. The exclusive-or is both differences, not merged.
+///
+/// *Errors*: `boost::geometry::overlay_invalid_input_exception`, see `PrepareRings`;
+/// `std::bad_alloc`.
+[[nodiscard]] MultiPolygon2d Overlay(RingOperation operation, const MultiPolygon2d& left,
+                                     const MultiPolygon2d& right);
+
+/// Tells whether a ring covers just a box: their areas agree, and so do their edges, collinear runs
+/// of them taken as one.
+[[nodiscard]] bool EqualsBox(const Ring2d& ring, const Box2d& box);
+
+/// Throws `boost::geometry::overlay_invalid_input_exception`.
+[[noreturn]] void ThrowInvalidInput();
+
+}  // namespace vlm::detail
