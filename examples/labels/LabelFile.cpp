@@ -1,11 +1,11 @@
 #include <examples/labels/LabelFile.h>
 
-#include <cerrno>
+#include <examples/common/Program.h>
+
 #include <fstream>
 #include <istream>
 #include <stdexcept>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 namespace vlm::examples {
@@ -86,12 +86,7 @@ std::vector<Label> ReadLabels(std::istream& stream) {
 }
 
 std::vector<Label> ReadLabelFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  // A folder opens as a file does, and fails at the first byte.
-  if (!file || (file.peek() == std::ifstream::traits_type::eof() && file.bad())) {
-    throw std::runtime_error("cannot read '" + path +
-                             "': " + std::generic_category().message(errno));
-  }
+  std::ifstream file = OpenInput(path);
   try {
     return ReadLabels(file);
   } catch (const std::runtime_error& error) {

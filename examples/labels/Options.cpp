@@ -1,6 +1,7 @@
 #include <examples/labels/Options.h>
 
 #include <examples/common/Picture.h>
+#include <examples/common/Program.h>
 
 namespace vlm::examples {
 namespace {

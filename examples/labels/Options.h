@@ -7,7 +7,6 @@
 ///     // options.text is set, options.output is "x.png"
 
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -19,12 +18,6 @@ struct Options {
   std::optional<std::string> text;  ///< one label to draw; without it the sheet is drawn
   std::string labels;               ///< the sheet's file of labels; empty for the one at hand
   std::string output;               ///< a file for one label, a folder for the sheet
-};
-
-/// A command line that makes no sense; the message says why.
-class UsageError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
 };
 
 /// Reads the arguments, without the program's name.

@@ -3,12 +3,11 @@
 #include <examples/common/Handles.h>
 #include <examples/common/LabelLayout.h>
 #include <examples/common/Picture.h>
+#include <examples/common/Program.h>
 #include <examples/labels/LabelFile.h>
 #include <examples/labels/LabelSheet.h>
 #include <examples/labels/Options.h>
 
-#include <cstdlib>
-#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
@@ -78,15 +77,7 @@ void Run(const Options& options) {
 }  // namespace vlm::examples
 
 int main(int argc, char** argv) {
-  constexpr int kWrongCommandLine = 2;
-  try {
+  return vlm::examples::RunProgram("labels", [&] {
     vlm::examples::Run(vlm::examples::ParseOptions({argv + 1, argv + argc}));
-    return EXIT_SUCCESS;
-  } catch (const vlm::examples::UsageError& error) {
-    std::cerr << "labels: " << error.what() << "; see labels --help\n";
-    return kWrongCommandLine;
-  } catch (const std::exception& error) {
-    std::cerr << "labels: " << error.what() << "\n";
-    return EXIT_FAILURE;
-  }
+  });
 }

@@ -1,9 +1,12 @@
 #include <examples/sketchbook/Options.h>
 
 #include <velum/core/StringConvert.h>
+#include <examples/common/Program.h>
 
 namespace vlm::sketchbook {
 namespace {
+
+using examples::UsageError;
 
 constexpr char kUsage[] =
     "Draws sketches by commands that can be undone.\n"

@@ -6,7 +6,6 @@
 ///     const auto options = vlm::sketchbook::ParseOptions({"--undo-limit", "20", "bench.txt"});
 ///     // options.undoLimit is 20, options.script is "bench.txt"
 
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -19,15 +18,9 @@ struct Options {
   std::string script;            ///< the file to run; empty for the standard input
 };
 
-/// A command line that makes no sense; the message says why.
-class UsageError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
 /// Reads the arguments, without the program's name.
 ///
-/// *Errors*: `UsageError`.
+/// *Errors*: `examples::UsageError`.
 [[nodiscard]] Options ParseOptions(const std::vector<std::string>& arguments);
 
 /// The text that `--help` shows.

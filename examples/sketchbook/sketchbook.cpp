@@ -1,31 +1,19 @@
 // Draws sketches by commands that can be undone; sketchbook --help tells how.
 
-#include <velum/core/Exception.h>
+#include <examples/common/Program.h>
 #include <examples/sketchbook/Options.h>
 #include <examples/sketchbook/Script.h>
 
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstdlib>
-#include <exception>
 #include <fstream>
 #include <iostream>
-#include <stdexcept>
-#include <system_error>
 
 namespace vlm::sketchbook {
 namespace {
 
 void RunFile(Session& session, const std::string& path) {
-  std::ifstream script(path, std::ios::binary);
-  // A folder opens as a file does, and fails at the first byte.
-  if (script) script.peek();
-  if (script.bad() || !script.is_open()) {
-    throw std::runtime_error("cannot read '" + path +
-                             "': " + std::generic_category().message(errno));
-  }
-  script.clear();
+  std::ifstream script = examples::OpenInput(path);
   RunScript(session, script, path);
 }
 
@@ -48,18 +36,7 @@ void Run(const Options& options) {
 }  // namespace vlm::sketchbook
 
 int main(int argc, char** argv) {
-  constexpr int kWrongCommandLine = 2;
-  try {
+  return vlm::examples::RunProgram("sketchbook", [&] {
     vlm::sketchbook::Run(vlm::sketchbook::ParseOptions({argv + 1, argv + argc}));
-    return EXIT_SUCCESS;
-  } catch (const vlm::sketchbook::UsageError& error) {
-    std::cerr << "sketchbook: " << error.what() << "; see sketchbook --help\n";
-    return kWrongCommandLine;
-  } catch (const vlm::Exception& error) {
-    std::cerr << "sketchbook: " << error.GetDescription() << "\n";
-    return EXIT_FAILURE;
-  } catch (const std::exception& error) {
-    std::cerr << error.what() << "\n";
-    return EXIT_FAILURE;
-  }
+  });
 }

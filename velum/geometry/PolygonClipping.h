@@ -15,8 +15,8 @@
 /// A result may be the operand. Vectors are filled only if the result has contours; otherwise they
 /// stay as they came.
 ///
-/// *Errors*: those of the classes' constructors and set operations; a call that throws leaves its
-/// outputs as they were, except that a `GPolygon2d` result is empty.
+/// *Errors*: those of the classes' constructors and set operations. A call that throws leaves
+/// vectors and a `GPolygon` as they were; a `GPolygon2d` result is as it was, or empty.
 
 #include <velum/core/Api.h>
 #include <velum/geometry/Box2.h>
@@ -81,7 +81,7 @@ VELUM_API void GClipPolyPolygonToGPolygon(const Vec2d* points, const unsigned in
                                           std::vector<unsigned int>& outCounts, bool close);
 
 /// Tells whether a polygon lies in a container: in a rectangle if its box does, boundary included;
-/// otherwise if nothing is left of it without the container.
+/// otherwise if nothing is left of it without the container. An empty polygon lies in any.
 [[nodiscard]] VELUM_API bool GPolygonContains(const GPolygon& container, const GPolygon& polygon);
 /// The same for contours.
 [[nodiscard]] VELUM_API bool GPolygonContains(const GPolygon& container, const Vec2d* points,

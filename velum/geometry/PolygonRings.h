@@ -6,9 +6,9 @@
 ///
 ///     vlm::Vec2d const corners[] = {{0, 0}, {4, 0}, {4, 3}};
 ///     vlm::Ring2d ring;
-///     vlm::InitRing(corners, 3, ring);                            // closed and clockwise: 4
-///     points bool valid = vlm::IsValidRing(ring);                        // true unsigned open =
-///     vlm::GetLegacyRingPoints(nullptr, ring, false);  // 3
+///     vlm::InitRing(corners, 3, ring);  // clockwise and closed: 4 points
+///     bool valid = vlm::IsValidRing(ring);  // true
+///     auto open = vlm::GetLegacyRingPoints(nullptr, ring, false);  // 3
 ///
 /// A ring is stored clockwise, in a plane whose y goes up, and closed: its last point repeats its
 /// first. An inner ring, a hole, is stored the other way round. Including this header makes Vec2d a
