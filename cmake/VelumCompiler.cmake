@@ -21,6 +21,8 @@ if(VELUM_DEVELOPER)
     set(CMAKE_CXX_COMPILER_LAUNCHER
       ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
       ${VELUM_CCACHE})
+    # clang writes the time of each header into a precompiled one; from the cache it would be another clone's.
+    add_compile_options("$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
   endif()
 endif()
 

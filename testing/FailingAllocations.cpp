@@ -24,8 +24,8 @@ void Count(std::ptrdiff_t bytes) noexcept {
 
 constinit thread_local FailingAllocations* FailingAllocations::active_ = nullptr;
 
-FailingAllocations::FailingAllocations(std::size_t succeeding) noexcept
-    : outer_(active_), succeeding_(succeeding) {
+FailingAllocations::FailingAllocations(std::size_t succeeding, std::size_t failing) noexcept
+    : outer_(active_), succeeding_(succeeding), failing_(failing) {
   active_ = this;
 }
 
@@ -37,6 +37,8 @@ bool FailingAllocations::NextFails() noexcept {
     --active_->succeeding_;
     return false;
   }
+  if (active_->failing_ == 0) return false;
+  --active_->failing_;
   active_->failed_ = true;
   return true;
 }

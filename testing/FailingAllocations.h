@@ -26,14 +26,16 @@ inline constexpr bool kAllocationsCanFail = true;
 #endif
 
 /// While it lives, allocations of the thread that made it by `operator new` fail: from the first
-/// one, or after some that succeed. `malloc` and memory with an alignment of its own are not
-/// touched.
+/// one, or after some that succeed, and for good, or until some have failed. `malloc` and memory
+/// with an alignment of its own are not touched.
 ///
 /// One inside the life of another takes its place and gives it back.
 class FailingAllocations {
  public:
-  /// The first `succeeding` allocations succeed, all others throw `std::bad_alloc`.
-  explicit FailingAllocations(std::size_t succeeding = 0) noexcept;
+  /// The first `succeeding` allocations succeed, the next `failing` throw `std::bad_alloc`, and all
+  /// others succeed again: so what fails can still make its own exception.
+  explicit FailingAllocations(std::size_t succeeding = 0,
+                              std::size_t failing = static_cast<std::size_t>(-1)) noexcept;
   FailingAllocations(const FailingAllocations&) = delete;
   FailingAllocations& operator=(const FailingAllocations&) = delete;
   ~FailingAllocations();
@@ -49,6 +51,7 @@ class FailingAllocations {
 
   FailingAllocations* const outer_;
   std::size_t succeeding_;
+  std::size_t failing_;
   bool failed_ = false;
 };
 

@@ -157,9 +157,10 @@ void DrawThinning(MapPanel& panel, const Outline& outline) {
       kFirst, 0.9);
   const double extremes = DrawThinned(panel, outline.shape, GThinToMinimalDetail, kSecond, 1.4);
   const double vertices = outline.shape.GetTotalVertexCount();
-  panel.Note(0, Formatted("%.0f vertices in all", vertices), Color4b(90, 96, 106, 255));
-  panel.Note(1, Formatted("%.0f, turns of more than 0.6 rad", turns), kFirst);
-  panel.Note(2, Formatted("%.0f, where it turns back in x or y", extremes), kSecond);
+  constexpr unsigned int kSea = 16;  // The line of open water.
+  panel.Note(kSea, Formatted("%.0f vertices in all", vertices), Color4b(90, 96, 106, 255));
+  panel.Note(kSea + 1, Formatted("%.0f, turns of more than 0.6 rad", turns), kFirst);
+  panel.Note(kSea + 2, Formatted("%.0f, where it turns back in x or y", extremes), kSecond);
   panel.ScaleBar(20.0, "20 km");
   panel.Frame("f", "A stretch of the first outline, thinned");
 }

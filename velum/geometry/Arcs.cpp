@@ -2,6 +2,7 @@
 
 #include <velum/geometry/Constants.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace vlm {
@@ -10,16 +11,20 @@ namespace {
 
 // Half the angle about the top and the bottom of the ellipse within which a point is moved there.
 constexpr double kSnapAngle = 0.005;
+// Of a half axis beside one of about 1.
+constexpr double kLeastSquare = 1e-300;
 
 bool IsNear(double t, double angle) noexcept { return std::abs(t - angle) < kSnapAngle; }
 
-// The ellipse in a box, by its centre and the squares of its half axes.
+// The ellipse in a box, by its centre and the squares of its half axes, which are divided by two to
+// the power `exponent`: the squares of large and of small ones have no room.
 struct Ellipse {
   Vec2d centre;
   double top;
   double bottom;
   double a2;
   double b2;
+  int exponent;
 
   // Writes the point in the direction `t`, from 0 to 4 pi, as seen from the centre.
   [[nodiscard]] bool PointAt(double t, Vec2d& point) const noexcept {
@@ -36,7 +41,7 @@ struct Ellipse {
     const double tangent = std::tan(t);
     const double denominator = a2 * tangent * tangent + b2;
     if (denominator == 0) return false;
-    double x = std::sqrt(a2 * b2 / denominator);
+    double x = std::ldexp(std::sqrt(a2 * b2 / denominator), exponent);
     if ((t > 0.5 * PI && t < 1.5 * PI) || (t > 2.5 * PI && t < 3.5 * PI)) x = -x;
     point.Set(centre.x + x, centre.y + tangent * x);
     return true;
@@ -64,8 +69,12 @@ bool Arc(const BasicBox2<T>& box, const BasicVec2<T>& start, const BasicVec2<T>&
   const Vec2d middle(centre);
   const double a = box.xMax() - middle.x;
   const double b = box.yMax() - middle.y;
-  const Ellipse ellipse{middle, box.yMax(), box.yMin(), a * a, b * b};
-  if (ellipse.a2 == 0 || ellipse.b2 == 0) return false;
+  if (a == 0 || b == 0) return false;
+  const int exponent = std::ilogb(std::max(std::abs(a), std::abs(b)));
+  const double a1 = std::ldexp(a, -exponent);
+  const double b1 = std::ldexp(b, -exponent);
+  const Ellipse ellipse{middle, box.yMax(), box.yMin(), a1 * a1, b1 * b1, exponent};
+  if (ellipse.a2 < kLeastSquare || ellipse.b2 < kLeastSquare) return false;
   double t = Direction(Vec2d(start), middle);
   double last = Direction(Vec2d(end), middle);
   if (t >= last) last += 2 * PI;

@@ -18,7 +18,7 @@
 /// The functions return false, having written some points or none, where
 /// - there are too few points,
 /// - `start` or `end` is the centre,
-/// - the box has no width or height,
+/// - the box has no width or height, or one is less than 1e-150 of the other,
 /// - a coordinate is not finite.
 ///
 /// The forms for `float` compute in `double` and round each coordinate once.
@@ -34,6 +34,12 @@ VELUM_API bool ArcToCurve(const Box2d& box, const Vec2d& start, const Vec2d& end
 /// Writes `count` points of an arc, at least 2, both ends included.
 VELUM_API bool ArcToCurve(const Box2f& box, const Vec2f& start, const Vec2f& end, unsigned count,
                           Vec2f* points, Box2f* bounds) noexcept;
+/// Does the same for a box and points that are numbers in braces.
+inline bool ArcToCurve(const double (&box)[4], const double (&start)[2], const double (&end)[2],
+                       unsigned count, Vec2d* points, Box2d* bounds) noexcept {
+  return ArcToCurve(Box2d(box[0], box[1], box[2], box[3]), Vec2d(start), Vec2d(end), count, points,
+                    bounds);
+}
 
 /// Writes the closed outline between an arc and its chord: `count` points, at least 3, the last
 /// one equal to the first.
@@ -43,6 +49,12 @@ VELUM_API bool ChordToArea(const Box2d& box, const Vec2d& start, const Vec2d& en
 /// one equal to the first.
 VELUM_API bool ChordToArea(const Box2f& box, const Vec2f& start, const Vec2f& end, unsigned count,
                            Vec2f* points, Box2f* bounds) noexcept;
+/// Does the same for a box and points that are numbers in braces.
+inline bool ChordToArea(const double (&box)[4], const double (&start)[2], const double (&end)[2],
+                        unsigned count, Vec2d* points, Box2d* bounds) noexcept {
+  return ChordToArea(Box2d(box[0], box[1], box[2], box[3]), Vec2d(start), Vec2d(end), count, points,
+                     bounds);
+}
 
 /// Writes the closed outline of a pie: `count` points, at least 4, of which the last two are the
 /// box's centre and the first one again.
@@ -52,5 +64,11 @@ VELUM_API bool PieToArea(const Box2d& box, const Vec2d& start, const Vec2d& end,
 /// box's centre and the first one again.
 VELUM_API bool PieToArea(const Box2f& box, const Vec2f& start, const Vec2f& end, unsigned count,
                          Vec2f* points, Box2f* bounds) noexcept;
+/// Does the same for a box and points that are numbers in braces.
+inline bool PieToArea(const double (&box)[4], const double (&start)[2], const double (&end)[2],
+                      unsigned count, Vec2d* points, Box2d* bounds) noexcept {
+  return PieToArea(Box2d(box[0], box[1], box[2], box[3]), Vec2d(start), Vec2d(end), count, points,
+                   bounds);
+}
 
 }  // namespace vlm

@@ -9,9 +9,9 @@ namespace vlm {
 
 namespace {
 
-// How many entries of the list one segment may meet. Far beyond it they would be lost in the
-// rounding of the distance, and the pattern would not come to its end.
-constexpr double kMostEntries = 16777216;
+// How many entries of the list one segment may meet. Beyond it the ends of most would be one
+// number, and the pattern might not come to its end.
+constexpr double kMostEntries = 0x1p52;
 
 // Where drawn pieces go. Types of this file's own, so that no compiler exports what they are given
 // to.
@@ -20,7 +20,9 @@ struct ToSink {
   typename BasicDashLineGenerator<Vec>::Sink sink;
   void* context;
 
-  void operator()(const Vec& begin, const Vec& end) const { sink(begin, end, context); }
+  void operator()(const Vec& begin, const Vec& end) const {
+    if (sink) sink(begin, end, context);
+  }
 };
 
 template <class Vec>

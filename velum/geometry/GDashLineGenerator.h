@@ -30,8 +30,9 @@ namespace vlm {
 ///
 /// What can't be dashed is drawn whole: with a list whose entries add up to nothing (as a generator
 /// has that was given none), or in which one is below 0 or not a number, every path; otherwise a
-/// segment that would meet more than 2 to the power 24 entries, or whose length is not finite. Such
-/// a segment leaves the place in the pattern as it was.
+/// segment so long that the ends of dashes can't be told apart in a `double`, which it would meet
+/// more than 2 to the power 52 entries for, or whose length is not finite. Such a segment leaves
+/// the place in the pattern as it was.
 ///
 /// A value, but one to derive from: its destructor is virtual.
 ///
@@ -43,11 +44,11 @@ class VELUM_API BasicDashLineGenerator {
   using Sink = void (*)(Vec begin, Vec end, void* context);
 
   /// Makes a generator that draws paths whole.
-  BasicDashLineGenerator() : BasicDashLineGenerator(nullptr) {}
+  BasicDashLineGenerator() : BasicDashLineGenerator(nullptr, 0) {}
+  /// Makes a generator that draws paths whole, whatever the array holds.
+  explicit BasicDashLineGenerator(const double* dashes) : BasicDashLineGenerator(dashes, 0) {}
   /// Makes a generator with a list of dashes, as `SetDashes` sets it.
-  explicit BasicDashLineGenerator(const double* dashes, unsigned count = 0) {
-    Construct(dashes, count);
-  }
+  BasicDashLineGenerator(const double* dashes, unsigned count) { Construct(dashes, count); }
   /// Copies the list and the place in the pattern.
   BasicDashLineGenerator(const BasicDashLineGenerator& other)
       : dashes_(other.dashes_),
@@ -78,6 +79,7 @@ class VELUM_API BasicDashLineGenerator {
   /// Hands the drawn pieces of a path to `sink`. A dash that goes round corners arrives as several
   /// pieces, one for each segment; one that is open where the path ends goes on in the next call.
   ///
+  /// - `sink` null: nothing is handed over; the place in the pattern moves on.
   /// - The path does not begin where the last one ended: the pattern starts anew.
   /// - Fewer than 2 points, or a null array: nothing, and the pattern starts anew.
   ///

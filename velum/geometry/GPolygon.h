@@ -66,11 +66,17 @@ class VELUM_API GPolygon {
   GPolygon(const Vec2d* points, unsigned int count);
   /// The same for integer points.
   GPolygon(const POINT* points, unsigned int count);
+  /// The same for no points.
+  GPolygon(std::nullptr_t, unsigned int count)
+      : GPolygon(static_cast<const Vec2d*>(nullptr), count) {}
   /// Makes a polygon of several contours, `counts[i]` points each, one after the other in `points`.
   /// A last point of a contour that equals its first is dropped.
   GPolygon(const Vec2d* points, const unsigned int* counts, unsigned int contourCount);
   /// The same for integer points.
   GPolygon(const POINT* points, const unsigned int* counts, unsigned int contourCount);
+  /// The same for no points.
+  GPolygon(std::nullptr_t, const unsigned int* counts, unsigned int contourCount)
+      : GPolygon(static_cast<const Vec2d*>(nullptr), counts, contourCount) {}
   /// Makes a rectangle of the vertices (x0, y0), (x1, y0), (x1, y1), (x0, y1).
   GPolygon(double x0, double y0, double x1, double y1);
   /// Makes a rectangle from left, top, right and bottom.
@@ -154,6 +160,10 @@ class VELUM_API GPolygon {
   void AddContours(const Vec2d* points, const unsigned int* counts, unsigned int contourCount);
   /// The same for integer points.
   void AddContours(const POINT* points, const unsigned int* counts, unsigned int contourCount);
+  /// The same for no points.
+  void AddContours(std::nullptr_t, const unsigned int* counts, unsigned int contourCount) {
+    AddContours(static_cast<const Vec2d*>(nullptr), counts, contourCount);
+  }
   /// Appends the contours of another polygon with their flags. It may be this one.
   void AddContours(const GPolygon& other);
 

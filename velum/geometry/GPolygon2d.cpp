@@ -132,7 +132,7 @@ void FillVector(const MultiPolygon2d& polygons, std::vector<Point>& points) {
 
 }  // namespace
 
-GPolygon2d::GPolygon2d() : polygons_(std::make_unique<MultiPolygon2d>()) {}
+GPolygon2d::GPolygon2d() = default;
 
 GPolygon2d::GPolygon2d(const Vec2d* points, unsigned int count) : GPolygon2d(points, &count, 1) {}
 
@@ -164,9 +164,9 @@ GPolygon2d::GPolygon2d(const MultiPolygon2d& multiPolygon) : GPolygon2d() {
 GPolygon2d::GPolygon2d(const GPolygon& polygon) : GPolygon2d() { Replace(FromGPolygon(polygon)); }
 
 GPolygon2d::GPolygon2d(const GPolygon2d& polygon)
-    : polygons_(std::make_unique<MultiPolygon2d>(*polygon.polygons_)), box_(polygon.box_) {}
+    : polygons_(polygon.polygons_), box_(polygon.box_) {}
 
-GPolygon2d::GPolygon2d(GPolygon2d&& polygon) : GPolygon2d() { *this = std::move(polygon); }
+GPolygon2d::GPolygon2d(GPolygon2d&& polygon) noexcept { *this = std::move(polygon); }
 
 GPolygon2d& GPolygon2d::operator=(const GPolygon2d& polygon) {
   if (&polygon != this) *this = GPolygon2d(polygon);
@@ -185,11 +185,11 @@ GPolygon2d& GPolygon2d::operator=(GPolygon2d&& polygon) noexcept {
 GPolygon2d::~GPolygon2d() = default;
 
 unsigned int GPolygon2d::GetNumContours() const noexcept {
-  return GetLegacyMultiPolygonCounts(nullptr, *polygons_, false);
+  return GetLegacyMultiPolygonCounts(nullptr, polygons_, false);
 }
 
 unsigned int GPolygon2d::GetContourVertexCount(unsigned int i) const {
-  for (const RingPolygon2d& polygon : *polygons_) {
+  for (const RingPolygon2d& polygon : polygons_) {
     if (i == 0) return GetLegacyRingPoints(nullptr, polygon.outer(), false);
     if (--i < polygon.inners().size()) {
       return GetLegacyRingPoints(nullptr, polygon.inners()[i], false);
@@ -200,51 +200,51 @@ unsigned int GPolygon2d::GetContourVertexCount(unsigned int i) const {
 }
 
 unsigned int GPolygon2d::GetTotalVertexCount() const noexcept {
-  return GetLegacyMultiPolygonPoints(nullptr, *polygons_, false);
+  return GetLegacyMultiPolygonPoints(nullptr, polygons_, false);
 }
 
-void GPolygon2d::GetMultiPolygon(MultiPolygon2d& multiPolygon) const { multiPolygon = *polygons_; }
+void GPolygon2d::GetMultiPolygon(MultiPolygon2d& multiPolygon) const { multiPolygon = polygons_; }
 
 unsigned int GPolygon2d::GetPolyPolygon(Vec2d* points, unsigned int* counts, bool close) const {
-  return PutRings(*polygons_, points, counts, close);
+  return PutRings(polygons_, points, counts, close);
 }
 
 unsigned int GPolygon2d::GetPolyPolygon(POINT* points, unsigned int* counts, bool close) const {
-  return PutRings(*polygons_, points, counts, close);
+  return PutRings(polygons_, points, counts, close);
 }
 
 unsigned int GPolygon2d::GetPolyPolygon(std::nullptr_t, unsigned int*, bool close) const {
-  return GetLegacyMultiPolygonPoints(nullptr, *polygons_, close);
+  return GetLegacyMultiPolygonPoints(nullptr, polygons_, close);
 }
 
 void GPolygon2d::GetPolyPolygon(std::vector<Vec2d>& points, std::vector<unsigned int>& counts,
                                 bool close) const {
-  FillVectors(*polygons_, points, counts, close);
+  FillVectors(polygons_, points, counts, close);
 }
 
 void GPolygon2d::GetPolyPolygon(std::vector<POINT>& points, std::vector<unsigned int>& counts,
                                 bool close) const {
-  FillVectors(*polygons_, points, counts, close);
+  FillVectors(polygons_, points, counts, close);
 }
 
 unsigned int GPolygon2d::GetPolygon(Vec2d* points) const {
-  return GetLegacyMultiPolygonAsSinglePolygon(points, *polygons_);
+  return GetLegacyMultiPolygonAsSinglePolygon(points, polygons_);
 }
 
 unsigned int GPolygon2d::GetPolygon(POINT* points) const {
-  return GetLegacyMultiPolygonAsSinglePolygon(points, *polygons_);
+  return GetLegacyMultiPolygonAsSinglePolygon(points, polygons_);
 }
 
 unsigned int GPolygon2d::GetPolygon(std::nullptr_t) const {
-  return GetLegacyMultiPolygonAsSinglePolygon(nullptr, *polygons_);
+  return GetLegacyMultiPolygonAsSinglePolygon(nullptr, polygons_);
 }
 
-void GPolygon2d::GetPolygon(std::vector<Vec2d>& points) const { FillVector(*polygons_, points); }
+void GPolygon2d::GetPolygon(std::vector<Vec2d>& points) const { FillVector(polygons_, points); }
 
-void GPolygon2d::GetPolygon(std::vector<POINT>& points) const { FillVector(*polygons_, points); }
+void GPolygon2d::GetPolygon(std::vector<POINT>& points) const { FillVector(polygons_, points); }
 
 bool GPolygon2d::PointInside(const Vec2d& point) const noexcept {
-  for (const RingPolygon2d& polygon : *polygons_) {
+  for (const RingPolygon2d& polygon : polygons_) {
     const Position position = Locate(point, polygon);
     if (position != Position::kOutside) return position == Position::kInside;
   }
@@ -252,8 +252,8 @@ bool GPolygon2d::PointInside(const Vec2d& point) const noexcept {
 }
 
 bool GPolygon2d::IsRectangle(Box2d* box) const {
-  if (polygons_->size() != 1) return false;
-  const RingPolygon2d& polygon = polygons_->front();
+  if (polygons_.size() != 1) return false;
+  const RingPolygon2d& polygon = polygons_.front();
   if (!polygon.inners().empty() || polygon.outer().size() != 5) return false;
   if (!detail::EqualsBox(polygon.outer(), box_)) return false;
   if (box) *box = box_;
@@ -279,73 +279,72 @@ void GPolygon2d::AddContours(const POINT* points, const unsigned int* counts,
 }
 
 void GPolygon2d::AddContours(const GPolygon2d& other) {
-  MultiPolygon2d tail(*other.polygons_);
-  const std::size_t size = polygons_->size() + tail.size();
-  if (polygons_->capacity() < size) polygons_->reserve(std::max(size, 2 * polygons_->capacity()));
-  for (RingPolygon2d& polygon : tail) polygons_->push_back(std::move(polygon));
+  MultiPolygon2d tail(other.polygons_);
+  const std::size_t size = polygons_.size() + tail.size();
+  if (polygons_.capacity() < size) polygons_.reserve(std::max(size, 2 * polygons_.capacity()));
+  for (RingPolygon2d& polygon : tail) polygons_.push_back(std::move(polygon));
   box_.ExtendBy(Box2d(other.box_));
 }
 
 void GPolygon2d::MakeEmpty() noexcept {
-  polygons_->clear();
+  polygons_.clear();
   box_.MakeEmpty();
 }
 
 void GPolygon2d::Intersection(const GPolygon2d& other) {
-  Replace(Overlay(RingOperation::kIntersection, *polygons_, *other.polygons_));
+  Replace(Overlay(RingOperation::kIntersection, polygons_, other.polygons_));
 }
 
 void GPolygon2d::Intersection(const Box2d& box) {
-  Replace(Overlay(RingOperation::kIntersection, *polygons_, FromBox(box)));
+  Replace(Overlay(RingOperation::kIntersection, polygons_, FromBox(box)));
 }
 
 void GPolygon2d::Union(const GPolygon2d& other) {
-  Replace(Overlay(RingOperation::kUnion, *polygons_, *other.polygons_));
+  Replace(Overlay(RingOperation::kUnion, polygons_, other.polygons_));
 }
 
 void GPolygon2d::Difference(const GPolygon2d& other) {
-  Replace(Overlay(RingOperation::kDifference, *polygons_, *other.polygons_));
+  Replace(Overlay(RingOperation::kDifference, polygons_, other.polygons_));
 }
 
 void GPolygon2d::XOR(const GPolygon2d& other) {
-  Replace(Overlay(RingOperation::kXor, *polygons_, *other.polygons_));
+  Replace(Overlay(RingOperation::kXor, polygons_, other.polygons_));
 }
 
 void GPolygon2d::Intersection(const GPolygon2d& other, GPolygon2d& result) const {
   if (&result != this && &result != &other) result.MakeEmpty();
-  result.Replace(Overlay(RingOperation::kIntersection, *polygons_, *other.polygons_));
+  result.Replace(Overlay(RingOperation::kIntersection, polygons_, other.polygons_));
 }
 
 void GPolygon2d::Intersection(const Box2d& box, GPolygon2d& result) const {
   // A box of the result's own would not outlive the next step.
   const Box2d window = box;
   if (&result != this) result.MakeEmpty();
-  result.Replace(Overlay(RingOperation::kIntersection, *polygons_, FromBox(window)));
+  result.Replace(Overlay(RingOperation::kIntersection, polygons_, FromBox(window)));
 }
 
 void GPolygon2d::Union(const GPolygon2d& other, GPolygon2d& result) const {
   if (&result != this && &result != &other) result.MakeEmpty();
-  result.Replace(Overlay(RingOperation::kUnion, *polygons_, *other.polygons_));
+  result.Replace(Overlay(RingOperation::kUnion, polygons_, other.polygons_));
 }
 
 void GPolygon2d::Difference(const GPolygon2d& other, GPolygon2d& result) const {
   if (&result != this && &result != &other) result.MakeEmpty();
-  result.Replace(Overlay(RingOperation::kDifference, *polygons_, *other.polygons_));
+  result.Replace(Overlay(RingOperation::kDifference, polygons_, other.polygons_));
 }
 
 void GPolygon2d::XOR(const GPolygon2d& other, GPolygon2d& result) const {
   if (&result != this && &result != &other) result.MakeEmpty();
-  result.Replace(Overlay(RingOperation::kXor, *polygons_, *other.polygons_));
+  result.Replace(Overlay(RingOperation::kXor, polygons_, other.polygons_));
 }
 
 void GPolygon2d::RemoveZeroWidthReturnPaths() {
-  if (!polygons_->empty()) Intersection(Box2d(box_));
+  if (!polygons_.empty()) Intersection(Box2d(box_));
 }
 
 void GPolygon2d::Replace(MultiPolygon2d&& polygons) {
-  auto held = std::make_unique<MultiPolygon2d>(std::move(polygons));
-  box_ = BoundsOf(*held);
-  polygons_.swap(held);
+  box_ = BoundsOf(polygons);
+  polygons_ = std::move(polygons);
 }
 
 }  // namespace vlm

@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// GPolygon2d: polygons with holes that stay holes, over Boost.Geometry.
+/// GPolygon2d: polygons with holes that stay holes, in the types of Boost.Geometry.
 ///
 ///     vlm::GPolygon2d island(0, 0, 60, 40);
 ///     island.Difference(vlm::GPolygon2d(20, 10, 50, 30));
@@ -18,7 +18,6 @@
 #include <velum/platform/Types.h>
 
 #include <cstddef>
-#include <memory>
 #include <vector>
 
 namespace vlm {
@@ -37,9 +36,9 @@ namespace vlm {
 /// - an inner ring, or part of one, outside of all outer rings;
 /// - a coordinate that is not a finite number.
 ///
-/// Crossing points are rounded. Boost.Geometry 1.74 works on a grid of 1e7 steps across both
-/// operands, so that an area may be off by as much. Where the clipper of Gpc.h finds another area,
-/// its result is taken.
+/// Crossing points are rounded. Where rings of the result would cross by a hair for that, their
+/// points are moved onto a grid: a result is always a good operand. *Cost*: that of the clipper of
+/// Gpc.h.
 ///
 /// Where the result is in `POINT`, coordinates are rounded half away from zero and limited to 32
 /// bits; NaN gives 0.
@@ -59,10 +58,16 @@ class VELUM_API GPolygon2d {
   GPolygon2d(const Vec2d* points, unsigned int count);
   /// The same for integer points.
   GPolygon2d(const POINT* points, unsigned int count);
+  /// The same for no points.
+  GPolygon2d(std::nullptr_t, unsigned int count)
+      : GPolygon2d(static_cast<const Vec2d*>(nullptr), count) {}
   /// Makes one polygon of each contour, see `InitMultiPolygon`.
   GPolygon2d(const Vec2d* points, const unsigned int* counts, unsigned int contourCount);
   /// The same for integer points.
   GPolygon2d(const POINT* points, const unsigned int* counts, unsigned int contourCount);
+  /// The same for no points.
+  GPolygon2d(std::nullptr_t, const unsigned int* counts, unsigned int contourCount)
+      : GPolygon2d(static_cast<const Vec2d*>(nullptr), counts, contourCount) {}
   /// Makes a rectangle of the vertices (x0, y0), (x1, y0), (x1, y1), (x0, y1), closed and
   /// clockwise.
   GPolygon2d(double x0, double y0, double x1, double y1);
@@ -75,7 +80,7 @@ class VELUM_API GPolygon2d {
   /// Copies all rings.
   GPolygon2d(const GPolygon2d& polygon);
   /// Takes over all rings of another polygon, which is left empty.
-  GPolygon2d(GPolygon2d&& polygon);
+  GPolygon2d(GPolygon2d&& polygon) noexcept;
   /// Copies all rings.
   GPolygon2d& operator=(const GPolygon2d& polygon);
   /// Takes over all rings of another polygon, which is left empty.
@@ -140,6 +145,10 @@ class VELUM_API GPolygon2d {
   void AddContours(const Vec2d* points, const unsigned int* counts, unsigned int contourCount);
   /// The same for integer points.
   void AddContours(const POINT* points, const unsigned int* counts, unsigned int contourCount);
+  /// The same for no points.
+  void AddContours(std::nullptr_t, const unsigned int* counts, unsigned int contourCount) {
+    AddContours(static_cast<const Vec2d*>(nullptr), counts, contourCount);
+  }
   /// Appends the polygons of another. It may be this one.
   void AddContours(const GPolygon2d& other);
   /// Removes all polygons.
@@ -150,6 +159,8 @@ class VELUM_API GPolygon2d {
   /// Reduces the polygon to what lies in a box, as a ring of its four corners: it makes no
   /// difference which way round they stand.
   void Intersection(const Box2d& box);
+  /// The same for the numbers of a box in braces.
+  void Intersection(const double (&box)[4]) { Intersection(Box2d(box[0], box[1], box[2], box[3])); }
   /// Adds what lies in the other polygon.
   void Union(const GPolygon2d& other);
   /// Removes what lies in the other polygon.
@@ -162,6 +173,10 @@ class VELUM_API GPolygon2d {
   void Intersection(const GPolygon2d& other, GPolygon2d& result) const;
   /// Sets `result` to what lies in a box.
   void Intersection(const Box2d& box, GPolygon2d& result) const;
+  /// The same for the numbers of a box in braces.
+  void Intersection(const double (&box)[4], GPolygon2d& result) const {
+    Intersection(Box2d(box[0], box[1], box[2], box[3]), result);
+  }
   /// Sets `result` to what lies in either.
   void Union(const GPolygon2d& other, GPolygon2d& result) const;
   /// Sets `result` to what lies in this one only.
@@ -189,14 +204,15 @@ class VELUM_API GPolygon2d {
   /// Replaces the polygon by what `DumpToBinaryFile` wrote. Rings are taken as they are; of each
   /// count the low 32 bits count.
   ///
-  /// *Errors*: `ERR_READ`, `ERR_END_OF_FILE`. Memory is asked for in proportion to what is read.
+  /// *Errors*: `ERR_READ` for a file that is not open, `ERR_END_OF_FILE`. Memory is asked for in
+  /// proportion to what is read.
   void LoadFromBinaryFile(CBufferedFile& file);
 
  private:
   /// Takes over polygons, with the box around them.
   [[gnu::visibility("hidden")]] void Replace(MultiPolygon2d&& polygons);
 
-  std::unique_ptr<MultiPolygon2d> polygons_;
+  MultiPolygon2d polygons_;
   Box2d box_;
 };
 

@@ -83,7 +83,8 @@ class TextReader {
 
   // Of the number only the low 32 bits count, and below 0 there is nothing.
   std::uint32_t Count() {
-    const std::string_view line = Trimmed(Line());
+    std::string_view line = Trimmed(Line());
+    if (line.starts_with('+') && !line.starts_with("+-")) line.remove_prefix(1);
     std::int64_t number = 0;
     const auto read = std::from_chars(line.data(), line.data() + line.size(), number);
     if (read.ec != std::errc() || read.ptr != line.data() + line.size()) {
@@ -215,6 +216,7 @@ void Write(const MultiPolygon2d& polygons, CBufferedFile& file) {
 
 template <class Reader>
 MultiPolygon2d Read(CBufferedFile& file) {
+  if (!file.IsOpen()) Fail(__LINE__, ERR_READ, file);
   Reader reader(file);
   MultiPolygon2d polygons;
   for (std::uint32_t left = reader.Count(); left > 0; --left) {
@@ -229,12 +231,12 @@ MultiPolygon2d Read(CBufferedFile& file) {
 
 }  // namespace
 
-void GPolygon2d::DumpToTextFile(CBufferedFile& file) const { Write<TextWriter>(*polygons_, file); }
+void GPolygon2d::DumpToTextFile(CBufferedFile& file) const { Write<TextWriter>(polygons_, file); }
 
 void GPolygon2d::LoadFromTextFile(CBufferedFile& file) { Replace(Read<TextReader>(file)); }
 
 void GPolygon2d::DumpToBinaryFile(CBufferedFile& file) const {
-  Write<BinaryWriter>(*polygons_, file);
+  Write<BinaryWriter>(polygons_, file);
 }
 
 void GPolygon2d::LoadFromBinaryFile(CBufferedFile& file) { Replace(Read<BinaryReader>(file)); }

@@ -37,6 +37,8 @@ class VELUM_API GPolyline {
   GPolyline(const Vec2d* points, unsigned count) { Append(points, count); }
   /// A path of integer points, as `Append` appends them.
   GPolyline(const tagPOINT* points, unsigned count) { Append(points, count); }
+  /// The empty path.
+  GPolyline(std::nullptr_t, unsigned) noexcept {}
   /// A path along a cubic Bezier curve, as `Append` appends it.
   GPolyline(const Vec2d& a, const Vec2d& b, const Vec2d& c, const Vec2d& d, int depth) {
     Append(a, b, c, d, depth);
@@ -76,6 +78,8 @@ class VELUM_API GPolyline {
   void Append(const Vec2d* points, unsigned count);
   /// Appends integer points.
   void Append(const tagPOINT* points, unsigned count);
+  /// Appends nothing.
+  void Append(std::nullptr_t, unsigned) noexcept {}
   /// Appends the point `a` and the cubic Bezier curve from `a` to `d` with the control points `b`
   /// and `c`, as `SubDivideGBez` divides it.
   void Append(const Vec2d& a, const Vec2d& b, const Vec2d& c, const Vec2d& d, int depth);

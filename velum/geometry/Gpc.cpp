@@ -11,9 +11,10 @@ using vlm::detail::ClipRules;
 using vlm::detail::ClipTables;
 using vlm::detail::ContourBox;
 
-/// *Errors*: `ERR_INTERNAL` for a null pointer.
-void Check(const gpc_polygon* subject, const gpc_polygon* clip, const void* result) {
-  if (!subject || !clip || !result) vlm::detail::ThrowBadInput(__LINE__);
+/// *Errors*: `ERR_INTERNAL` for a null pointer, and for a number that is no operation.
+void Check(gpc_op op, const gpc_polygon* subject, const gpc_polygon* clip, const void* result) {
+  const bool isOperation = op == GPC_DIFF || op == GPC_INT || op == GPC_XOR || op == GPC_UNION;
+  if (!isOperation || !subject || !clip || !result) vlm::detail::ThrowBadInput(__LINE__);
 }
 
 bool IsEmpty(const gpc_polygon& polygon) noexcept { return polygon.num_contours <= 0; }
@@ -48,7 +49,7 @@ bool FillTables(gpc_op op, const gpc_polygon& subject, const gpc_polygon& clip,
 }  // namespace
 
 void gpc_polygon_clip(gpc_op op, gpc_polygon* subject, gpc_polygon* clip, gpc_polygon* result) {
-  Check(subject, clip, result);
+  Check(op, subject, clip, result);
   ClipTables tables;
   const bool any = FillTables(op, *subject, *clip, tables);
   if (result == subject || result == clip) gpc_free_polygon(result);
@@ -67,7 +68,7 @@ void gpc_polygon_clip(gpc_op op, gpc_polygon* subject, gpc_polygon* clip, gpc_po
 }
 
 void gpc_tristrip_clip(gpc_op op, gpc_polygon* subject, gpc_polygon* clip, gpc_tristrip* result) {
-  Check(subject, clip, result);
+  Check(op, subject, clip, result);
   ClipTables tables;
   const bool any = FillTables(op, *subject, *clip, tables);
   *result = {};

@@ -29,7 +29,7 @@
 #include <velum/core/Api.h>
 
 /// The set operations. Their numbers are part of the interface.
-enum gpc_op {
+enum gpc_op : int {
   GPC_DIFF = 0,   ///< The subject without the clip polygon.
   GPC_INT = 1,    ///< What lies in both.
   GPC_XOR = 2,    ///< What lies in one of them only.
@@ -75,7 +75,8 @@ inline constexpr double GPC_EPSILON = 2.220446049250313e-16;
 /// horizontal edges go. A contour of fewer than 3 vertices, or with all of them at one height,
 /// gives nothing.
 ///
-/// *Errors*: `ERR_INTERNAL` for a null pointer or a vertex that is not finite: nothing was touched.
+/// *Errors*: `ERR_INTERNAL` for a null pointer, a number that is no operation, or a vertex that is
+/// not finite: nothing was touched.
 /// `ERR_OUT_OF_MEMORY` of the module "GPC Library", and `ERR_POLYGON_CLIPPING` or `ERR_INTERNAL` if
 /// rounding has broken the sweep's order: `result` is not a polygon then if it was an input too,
 /// since that has been freed.

@@ -45,13 +45,19 @@ void ClipToPolygon(const Polygon& subject, const Polygon& clip, std::vector<Vec2
   PutResult(result, points, counts, close);
 }
 
+// All rings as contours: an odd number of them holds what is inside.
+GPolygon AllRings(const GPolygon2d& polygon) {
+  std::vector<Vec2d> points;
+  std::vector<unsigned int> counts;
+  polygon.GetPolyPolygon(points, counts, false);
+  return GPolygon(points.data(), counts.data(), static_cast<unsigned int>(counts.size()));
+}
+
 template <class Polygon>
 bool Contains(const Polygon& container, const Polygon& polygon) {
   Box2d outer;
   if (container.IsRectangle(&outer)) {
     Box2d inner = polygon.GetBBox();
-    // The box of nothing would come out as the whole plane.
-    if (inner == Box2d()) return true;
     outer.Normalize();
     inner.Normalize();
     return outer.Contains(inner);
@@ -164,6 +170,14 @@ bool GPolygonContains(const GPolygon2d& container, const GPolygon2d& polygon) {
 bool GPolygonContains(const GPolygon2d& container, const Vec2d* points, const unsigned int* counts,
                       unsigned int contourCount) {
   return Contains(container, GPolygon2d(points, counts, contourCount));
+}
+
+bool GPolygonContains(const GPolygon& container, const GPolygon2d& polygon) {
+  return Contains(container, AllRings(polygon));
+}
+
+bool GPolygonContains(const GPolygon2d& container, const GPolygon& polygon) {
+  return Contains(AllRings(container), polygon);
 }
 
 }  // namespace vlm

@@ -81,7 +81,8 @@ VELUM_API void GClipPolyPolygonToGPolygon(const Vec2d* points, const unsigned in
                                           std::vector<unsigned int>& outCounts, bool close);
 
 /// Tells whether a polygon lies in a container: in a rectangle if its box does, boundary included;
-/// otherwise if nothing is left of it without the container. An empty polygon lies in any.
+/// otherwise if nothing is left of it without the container. An empty polygon lies in any container
+/// but a rectangle: its box, normalized, is the whole plane.
 [[nodiscard]] VELUM_API bool GPolygonContains(const GPolygon& container, const GPolygon& polygon);
 /// The same for contours.
 [[nodiscard]] VELUM_API bool GPolygonContains(const GPolygon& container, const Vec2d* points,
@@ -94,5 +95,10 @@ VELUM_API void GClipPolyPolygonToGPolygon(const Vec2d* points, const unsigned in
 [[nodiscard]] VELUM_API bool GPolygonContains(const GPolygon2d& container, const Vec2d* points,
                                               const unsigned int* counts,
                                               unsigned int contourCount);
+
+/// Tells whether a polygon lies in a container of the other kind, whose rings count as contours.
+[[nodiscard]] VELUM_API bool GPolygonContains(const GPolygon& container, const GPolygon2d& polygon);
+/// Tells whether a polygon lies in a container of the other kind, whose rings count as contours.
+[[nodiscard]] VELUM_API bool GPolygonContains(const GPolygon2d& container, const GPolygon& polygon);
 
 }  // namespace vlm

@@ -51,6 +51,10 @@ using MultiPolygon2d = boost::geometry::model::multi_polygon<RingPolygon2d>;
 VELUM_API void InitRing(const Vec2d* points, unsigned int count, Ring2d& ring);
 /// The same for integer points.
 VELUM_API void InitRing(const POINT* points, unsigned int count, Ring2d& ring);
+/// The same for no points.
+inline void InitRing(std::nullptr_t, unsigned int count, Ring2d& ring) {
+  InitRing(static_cast<const Vec2d*>(nullptr), count, ring);
+}
 
 /// Replaces a multi-polygon by one polygon for each contour: its outer ring is what `InitRing`
 /// makes of the next `counts[i]` points. No contour becomes a hole.
@@ -62,12 +66,23 @@ VELUM_API void InitMultiPolygon(const Vec2d* points, const unsigned int* counts,
 /// The same for integer points.
 VELUM_API void InitMultiPolygon(const POINT* points, const unsigned int* counts,
                                 unsigned int contourCount, MultiPolygon2d& multiPolygon);
+/// The same for no points.
+inline void InitMultiPolygon(std::nullptr_t, const unsigned int* counts, unsigned int contourCount,
+                             MultiPolygon2d& multiPolygon) {
+  InitMultiPolygon(static_cast<const Vec2d*>(nullptr), counts, contourCount, multiPolygon);
+}
 /// `InitMultiPolygon` by its other name.
 VELUM_API void InitMultiPolygonUINTCounts(const Vec2d* points, const unsigned int* counts,
                                           unsigned int contourCount, MultiPolygon2d& multiPolygon);
 /// The same for integer points.
 VELUM_API void InitMultiPolygonUINTCounts(const POINT* points, const unsigned int* counts,
                                           unsigned int contourCount, MultiPolygon2d& multiPolygon);
+/// The same for no points.
+inline void InitMultiPolygonUINTCounts(std::nullptr_t, const unsigned int* counts,
+                                       unsigned int contourCount, MultiPolygon2d& multiPolygon) {
+  InitMultiPolygonUINTCounts(static_cast<const Vec2d*>(nullptr), counts, contourCount,
+                             multiPolygon);
+}
 
 /// Copies the points of a ring, without its closing point unless `close` is true, and gives their
 /// number. A null `out` only counts; an empty ring gives 0.

@@ -35,6 +35,12 @@ namespace vlm {
 [[nodiscard]] VELUM_API double PointLineSegDistSq(const tagPOINT& p, const tagPOINT& a,
                                                   const tagPOINT& b) noexcept;
 
+/// Returns the same of points that are numbers in braces.
+[[nodiscard]] inline double PointLineSegDistSq(const double (&p)[2], const double (&a)[2],
+                                               const double (&b)[2]) noexcept {
+  return PointLineSegDistSq(Vec2d(p), Vec2d(a), Vec2d(b));
+}
+
 /// Returns the segment of a path that is closest to a point, the first of several; segment k goes
 /// from point k to point k + 1. `distSq` receives the square of the distance unless it is null.
 ///
@@ -53,5 +59,11 @@ VELUM_API unsigned FindClosestSegment(const tagPOINT* points, unsigned count, co
 /// Tells whether three points lie on one line, as the form for `Vec2d` does, with the factor
 /// 1.1920928955078125e-07.
 [[nodiscard]] VELUM_API bool GAreCollinear(const Vec2f& a, const Vec2f& b, const Vec2f& c) noexcept;
+
+/// Tells the same of points that are numbers in braces, as the form for `Vec2d` does.
+[[nodiscard]] inline bool GAreCollinear(const double (&a)[2], const double (&b)[2],
+                                        const double (&c)[2]) noexcept {
+  return GAreCollinear(Vec2d(a), Vec2d(b), Vec2d(c));
+}
 
 }  // namespace vlm

@@ -1,9 +1,7 @@
 #include <velum/geometry/detail/ClippedRings.h>
 
 #include <velum/core/Exception.h>
-#include <velum/geometry/PolygonMeasures.h>
 
-#include <cmath>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -54,10 +52,6 @@ Ring2d RingOf(const gpc_vertex_list& contour) {
   return ring;
 }
 
-double AreaOfRing(const Ring2d& ring) noexcept {
-  return std::abs(PolygonArea(ring.data(), static_cast<unsigned int>(ring.size())));
-}
-
 }  // namespace
 
 ClippedRings::ClippedRings(gpc_op operation, const MultiPolygon2d& left,
@@ -76,22 +70,6 @@ ClippedRings::ClippedRings(gpc_op operation, const MultiPolygon2d& left,
 
 ClippedRings::~ClippedRings() { gpc_free_polygon(&contours_); }
 
-double ClippedRings::Area() const noexcept {
-  double area = 0;
-  for (std::int32_t i = 0; i < contours_.num_contours; ++i) {
-    const gpc_vertex_list& contour = contours_.contour[i];
-    double twice = 0;
-    const gpc_vertex origin = contour.vertex[0];
-    for (std::int32_t k = 2; k < contour.num_vertices; ++k) {
-      const gpc_vertex& p = contour.vertex[k - 1];
-      const gpc_vertex& q = contour.vertex[k];
-      twice += (p.x - origin.x) * (q.y - origin.y) - (p.y - origin.y) * (q.x - origin.x);
-    }
-    area += contours_.hole[i] ? -std::abs(twice) / 2 : std::abs(twice) / 2;
-  }
-  return area;
-}
-
 MultiPolygon2d ClippedRings::LooseRings() const {
   MultiPolygon2d loose;
   loose.resize(1);
@@ -104,15 +82,6 @@ MultiPolygon2d ClippedRings::LooseRings() const {
     }
   }
   return loose;
-}
-
-double AreaOfRings(const MultiPolygon2d& polygons) noexcept {
-  double area = 0;
-  for (const RingPolygon2d& polygon : polygons) {
-    area += AreaOfRing(polygon.outer());
-    for (const Ring2d& ring : polygon.inners()) area -= AreaOfRing(ring);
-  }
-  return area;
 }
 
 }  // namespace vlm::detail

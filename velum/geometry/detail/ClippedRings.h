@@ -1,8 +1,7 @@
 #pragma once
 
 /// \file
-/// Set operations on rings by the clipper, which has another way to the same area than
-/// Boost.Geometry.
+/// Set operations on rings by the clipper.
 
 #include <velum/geometry/Gpc.h>
 #include <velum/geometry/PolygonRings.h>
@@ -21,8 +20,6 @@ class ClippedRings {
 
   /// True unless the clipper failed.
   [[nodiscard]] bool HasResult() const noexcept { return hasResult_; }
-  /// The area that the contours enclose.
-  [[nodiscard]] double Area() const noexcept;
   /// The contours as rings. The holes are no holes of the polygon that they are with;
   /// `RebuildRings` finds theirs.
   [[nodiscard]] MultiPolygon2d LooseRings() const;
@@ -31,8 +28,5 @@ class ClippedRings {
   gpc_polygon contours_{};
   bool hasResult_ = false;
 };
-
-/// The area of polygons without that of their holes.
-[[nodiscard]] double AreaOfRings(const MultiPolygon2d& polygons) noexcept;
 
 }  // namespace vlm::detail

@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <cstring>
 
+#ifdef __x86_64__
 #include <immintrin.h>
+#endif
 
 namespace vlm::detail {
 
@@ -25,6 +27,7 @@ bool Passes(const Vec2d& p, const Vec2d& a, const Vec2d& b) noexcept {
   return spans & (rises ? lhs > rhs : lhs < rhs);
 }
 
+#ifdef __x86_64__
 typedef double Four __attribute__((vector_size(32)));
 typedef std::int64_t FourBits __attribute__((vector_size(32)));
 
@@ -68,15 +71,19 @@ struct Coordinates {
   return bits;
 }
 
-}  // namespace
+#endif
 
-bool HasAvx2() noexcept { return __builtin_cpu_supports("avx2"); }
+}  // namespace
 
 bool OddNumberOnPath(const Vec2d& p, const Vec2d* points, unsigned count) noexcept {
   bool isOdd = false;
   for (std::size_t i = 1; i < count; ++i) isOdd ^= Passes(p, points[i - 1], points[i]);
   return isOdd;
 }
+
+#ifdef __x86_64__
+
+bool HasAvx2() noexcept { return __builtin_cpu_supports("avx2"); }
 
 // Edges that span the point's height are few on most outlines: they are picked out by their ends.
 // Where they are many, all of a block are computed.
@@ -104,6 +111,16 @@ bool OddNumberOnPath(const Vec2d& p, const Vec2d* points, unsigned count) noexce
   isOdd ^= ((odd[0] ^ odd[1] ^ odd[2] ^ odd[3]) & 1) != 0;
   return isOdd ^ OddNumberOnPath(p, points + (i - 1), count - static_cast<unsigned>(i - 1));
 }
+
+#else
+
+bool HasAvx2() noexcept { return false; }
+
+bool OddNumberOnPathAvx2(const Vec2d& p, const Vec2d* points, unsigned count) noexcept {
+  return OddNumberOnPath(p, points, count);
+}
+
+#endif
 
 bool OddNumberOfEdges(const Vec2d& p, const Vec2d* points, unsigned count) noexcept {
   static const bool hasAvx2 = HasAvx2();

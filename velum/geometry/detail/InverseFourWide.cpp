@@ -1,5 +1,6 @@
 #include <velum/geometry/detail/InverseFourWide.h>
 
+#ifdef __x86_64__
 #include <immintrin.h>
 #include <cmath>
 
@@ -83,3 +84,15 @@ bool HasFourWide() noexcept { return isThere; }
 }
 
 }  // namespace vlm::detail
+
+#else
+
+namespace vlm::detail {
+
+bool HasFourWide() noexcept { return false; }
+
+bool InvertAffineFourWide(const double*, double*) noexcept { return false; }
+
+}  // namespace vlm::detail
+
+#endif

@@ -1,3 +1,4 @@
+#include <velum/geometry/PolygonMeasures.h>
 #include <velum/geometry/detail/ClippedRings.h>
 #include <velum/geometry/detail/RingOverlay.h>
 #include <velum/geometry/detail/RingRepair.h>
@@ -33,8 +34,8 @@ void ForEachRing(Polygons& polygons, Action action) {
   }
 }
 
-// The power of two that brings polygons to a usual size: Boost's grid has at least a step of 1, and
-// 64 bits for products of its coordinates, and the clipper's epsilon is absolute.
+// The power of two that brings polygons to a usual size: the clipper's epsilon is absolute, and so
+// is the least step of Boost's grid.
 int UsualExponent(const MultiPolygon2d& a, const MultiPolygon2d& b) {
   Box2d box;
   for (const MultiPolygon2d* polygons : {&a, &b}) {
@@ -64,80 +65,103 @@ bool IsGoodOperand(const MultiPolygon2d& rings) {
   }
 }
 
-// Rounded points can make rings cross by a hair. Rebuilds them, if need be with all points on a
-// grid of more and more width, on which most such crossings become common points; the widest is
-// about Boost's.
+// Puts all points on a grid of so many bits across the largest coordinate; none for 0.
+void Round(MultiPolygon2d& rings, int bits) {
+  double size = 0;
+  ForEachRing(rings, [&size](const Ring2d& ring) {
+    for (const Vec2d& p : ring) size = std::max({size, std::abs(p.x), std::abs(p.y)});
+  });
+  if (bits == 0 || size == 0) return;
+  const double step = std::ldexp(1.0, std::ilogb(size) - bits);
+  ForEachRing(rings, [step](Ring2d& ring) {
+    for (Vec2d& p : ring) p.Set(std::round(p.x / step) * step, std::round(p.y / step) * step);
+  });
+}
+
+// Rounded points can make rings cross by a hair. Rebuilds them: as they are, with such crossings
+// made points by the clipper, or with all points on a grid of more and more width as well, on which
+// most of them fall together.
 std::optional<MultiPolygon2d> Settled(const MultiPolygon2d& rings) {
-  for (const int bits : {0, 40, 36, 32, 28, 24}) {
-    MultiPolygon2d rounded(rings);
-    if (bits > 0) {
-      double size = 0;
-      ForEachRing(rings, [&](const Ring2d& ring) {
-        for (const Vec2d& p : ring) size = std::max({size, std::abs(p.x), std::abs(p.y)});
-      });
-      const double step = std::ldexp(1.0, std::ilogb(size) - bits);
-      ForEachRing(rounded, [step](Ring2d& ring) {
-        for (Vec2d& p : ring) p.Set(std::round(p.x / step) * step, std::round(p.y / step) * step);
-      });
-    }
-    try {
-      return RebuildRings(rounded);
-    } catch (const Invalid&) {
-      // On to the next grid.
+  constexpr int kTries = 3;
+  for (const int bits : {0, 40, 36, 32, 28, 24, 20}) {
+    MultiPolygon2d tried(rings);
+    for (int i = 0; i < kTries; ++i) {
+      Round(tried, bits);
+      try {
+        return RebuildRings(tried);
+      } catch (const Invalid&) {
+        const ClippedRings parted(GPC_UNION, tried, MultiPolygon2d());
+        if (!parted.HasResult()) break;
+        tried = parted.LooseRings();
+      }
     }
   }
   return std::nullopt;
 }
 
-// Runs an operation of Boost's. Version 1.74 rounds points to a grid of 1e7 steps for its
-// decisions. Now and then it loses a ring where many edges meet, gives rings that cross by a hair,
-// which the next operation would refuse, or gives up on coordinates near the largest number. Its
-// result is kept where the clipper finds the same area, up to that rounding; otherwise the
-// clipper's is taken.
-template <class Operation>
-MultiPolygon2d Run(Operation operate, gpc_op operation, const MultiPolygon2d& a,
-                   const MultiPolygon2d& b) {
-  constexpr double kTolerance = 1e-6;
-  MultiPolygon2d result;
-  bool isRight = true;
-  try {
-    operate(a, b, result);
-  } catch (const boost::numeric::bad_numeric_cast&) {
-    isRight = false;
-  }
+// The clipper's result as rings that the next operation takes.
+MultiPolygon2d ByClipper(gpc_op operation, const MultiPolygon2d& a, const MultiPolygon2d& b) {
   const ClippedRings clipped(operation, a, b);
-  if (clipped.HasResult()) {
-    const double difference = std::abs(clipped.Area() - AreaOfRings(result));
-    isRight = isRight && difference <= kTolerance * (AreaOfRings(a) + AreaOfRings(b));
-  }
-  if (isRight && IsGoodOperand(result)) return result;
   std::optional<MultiPolygon2d> settled;
-  if (isRight) settled = Settled(result);
-  if (!settled && clipped.HasResult()) settled = Settled(clipped.LooseRings());
-  if (settled) return *std::move(settled);
-  if (!isRight) ThrowInvalidInput();
+  if (clipped.HasResult()) settled = Settled(clipped.LooseRings());
+  if (!settled) ThrowInvalidInput();
+  return *std::move(settled);
+}
+
+// Version 1.74 of Boost's overlay takes seconds where hundreds of rings meet in a point, and for
+// thousands of slivers.
+bool SuitsBoost(const MultiPolygon2d& a, const MultiPolygon2d& b) {
+  constexpr std::size_t kMostPoints = 2000;
+  constexpr std::size_t kMostAtOnePlace = 8;
+  std::vector<Vec2d> points;
+  for (const MultiPolygon2d* polygons : {&a, &b}) {
+    ForEachRing(*polygons,
+                [&](const Ring2d& ring) { points.insert(points.end(), ring.begin(), ring.end()); });
+  }
+  if (points.size() > kMostPoints) return false;
+  std::sort(points.begin(), points.end());
+  for (std::size_t i = kMostAtOnePlace; i < points.size(); ++i) {
+    if (points[i] == points[i - kMostAtOnePlace]) return false;
+  }
+  return true;
+}
+
+std::optional<MultiPolygon2d> ByBoost(gpc_op operation, const MultiPolygon2d& a,
+                                      const MultiPolygon2d& b) {
+  MultiPolygon2d result;
+  try {
+    if (operation == GPC_INT) boost::geometry::intersection(a, b, result);
+    if (operation == GPC_UNION) boost::geometry::union_(a, b, result);
+    if (operation == GPC_DIFF) boost::geometry::difference(a, b, result);
+  } catch (const boost::numeric::bad_numeric_cast&) {
+    return std::nullopt;  // its grid ends before the largest numbers
+  }
   return result;
 }
 
-MultiPolygon2d Intersection(const MultiPolygon2d& a, const MultiPolygon2d& b) {
-  const auto operate = [](const auto& p, const auto& q, auto& result) {
-    boost::geometry::intersection(p, q, result);
+double AreaOf(const MultiPolygon2d& polygons) noexcept {
+  const auto areaOfRing = [](const Ring2d& ring) {
+    return std::abs(PolygonArea(ring.data(), static_cast<unsigned int>(ring.size())));
   };
-  return Run(operate, GPC_INT, a, b);
+  double area = 0;
+  for (const RingPolygon2d& polygon : polygons) {
+    area += areaOfRing(polygon.outer());
+    for (const Ring2d& ring : polygon.inners()) area -= areaOfRing(ring);
+  }
+  return area;
 }
 
-MultiPolygon2d Union(const MultiPolygon2d& a, const MultiPolygon2d& b) {
-  const auto operate = [](const auto& p, const auto& q, auto& result) {
-    boost::geometry::union_(p, q, result);
-  };
-  return Run(operate, GPC_UNION, a, b);
-}
-
-MultiPolygon2d Difference(const MultiPolygon2d& a, const MultiPolygon2d& b) {
-  const auto operate = [](const auto& p, const auto& q, auto& result) {
-    boost::geometry::difference(p, q, result);
-  };
-  return Run(operate, GPC_DIFF, a, b);
+// Runs an operation of Boost's, which decides on a grid of 1e7 steps: now and then it loses a ring
+// where many edges meet, or gives rings that cross by a hair. Where the clipper finds another area,
+// its result is taken.
+MultiPolygon2d Run(gpc_op operation, const MultiPolygon2d& a, const MultiPolygon2d& b) {
+  constexpr double kTolerance = 1e-12;
+  MultiPolygon2d clipped = ByClipper(operation, a, b);
+  if (!SuitsBoost(a, b)) return clipped;
+  std::optional<MultiPolygon2d> result = ByBoost(operation, a, b);
+  const bool isRight =
+      result && std::abs(AreaOf(*result) - AreaOf(clipped)) <= kTolerance * (AreaOf(a) + AreaOf(b));
+  return isRight && IsGoodOperand(*result) ? *std::move(result) : clipped;
 }
 
 // Where two edges cross, the differences meet in a point that each has rounded for itself. Puts the
@@ -164,24 +188,21 @@ void Join(const MultiPolygon2d& head, MultiPolygon2d& tail) {
 }
 
 MultiPolygon2d ExclusiveOr(const MultiPolygon2d& a, const MultiPolygon2d& b) {
-  MultiPolygon2d result = Difference(a, b);
-  MultiPolygon2d tail = Difference(b, a);
+  MultiPolygon2d result = Run(GPC_DIFF, a, b);
+  MultiPolygon2d tail = Run(GPC_DIFF, b, a);
   Join(result, tail);
   for (RingPolygon2d& polygon : tail) result.push_back(std::move(polygon));
-  if (IsGoodOperand(result)) return result;
-  std::optional<MultiPolygon2d> settled = Settled(result);
-  if (!settled) settled = Settled(ClippedRings(GPC_XOR, a, b).LooseRings());
-  return settled ? *std::move(settled) : result;
+  return IsGoodOperand(result) ? result : ByClipper(GPC_XOR, a, b);
 }
 
 MultiPolygon2d Combine(RingOperation operation, const MultiPolygon2d& a, const MultiPolygon2d& b) {
   switch (operation) {
     case RingOperation::kIntersection:
-      return Intersection(a, b);
+      return Run(GPC_INT, a, b);
     case RingOperation::kUnion:
-      return Union(a, b);
+      return Run(GPC_UNION, a, b);
     case RingOperation::kDifference:
-      return Difference(a, b);
+      return Run(GPC_DIFF, a, b);
     case RingOperation::kXor:
       break;
   }

@@ -1,14 +1,14 @@
 #pragma once
 
 /// \file
-/// What stands between any rings and Boost.Geometry's overlay, which gives wrong areas for rings
-/// that cross, share stretches of edges or lie in each other, without a word.
+/// What makes any rings good operands, or refuses them: an overlay of Boost.Geometry gives wrong
+/// areas for rings that cross, share stretches of edges or lie in each other, without a word.
 
 #include <velum/geometry/PolygonRings.h>
 
 namespace vlm::detail {
 
-/// Returns rings that the overlay treats right and that cover the same area: `polygons` itself
+/// Returns rings that an overlay treats right and that cover the same area: `polygons` itself
 /// where no ring meets another or itself, otherwise `repaired`, which is filled.
 ///
 /// The area is what lies in more outer than inner rings, whichever way they run.

@@ -118,6 +118,19 @@ TEST(DashLineGenerator, DrawsWhatHasNoFiniteLengthWhole) {
       << "the place in the pattern stays";
 }
 
+TEST(DashLineGenerator, DrawsAsManyDashesAsAreAskedFor) {
+  const double pattern[] = {1, 1};
+  GDashLineGenerator generator(pattern, 2);
+  const Vec2d path[] = {{0, 0}, {1e8, 0}};
+  const auto add = [](Vec2d begin, Vec2d end, void* sum) {
+    static_cast<Vec2d*>(sum)->x += end.x - begin.x;
+    static_cast<Vec2d*>(sum)->y += 1;
+  };
+  Vec2d sum;
+  generator.Decompose(path, 2, add, &sum);
+  EXPECT_EQ(sum, Vec2d(5e7, 5e7));
+}
+
 TEST(DashLineGenerator, ReportsMisuseAndStaysAsItWas) {
   const double list[] = {10, 5};
   GDashLineGenerator generator(list, 2);

@@ -196,7 +196,7 @@ TEST(GPolygon2d, AreasAgreeWithTheClipperAndWithEachOther) {
     a.Difference(b, aOnly);
     b.Difference(a, bOnly);
     a.XOR(b, one);
-    const double near = 1e-5;  // Boost 1.74 decides on a grid of 1e7 steps.
+    const double near = 1e-9;
     EXPECT_NEAR(AreaOf(both), EvenOddArea(reference::kIntersection, Plain(a), Plain(b)), near);
     EXPECT_NEAR(AreaOf(either) + AreaOf(both), AreaOf(a) + AreaOf(b), near) << round;
     EXPECT_NEAR(AreaOf(aOnly) + AreaOf(both), AreaOf(a), near) << round;
@@ -222,6 +222,49 @@ TEST(GPolygon2d, AreasAgreeWithTheClipperAndWithEachOther) {
     EXPECT_NEAR(AreaOf(one), AreaOf(either), near) << "what an operation gives is a good operand";
   }
   EXPECT_GT(done, 400);
+}
+
+// What costs an overlay that compares each edge with each other one minutes.
+TEST(GPolygon2d, ManyRingsThatMeetTakeNoLongerThanOthers) {
+  constexpr int kCount = 20'000;
+  std::vector<Vec2d> points;
+  for (int i = 0; i < kCount; ++i) {
+    const double x = 10 * i - 10.0 * kCount / 2;
+    points.insert(points.end(), {{0, 0}, {x, 1e6}, {x + 5, 1e6}});
+  }
+  const std::vector<unsigned int> counts(kCount, 3);
+  GPolygon2d fan(points.data(), counts.data(), kCount);
+  const double area = 2.5e6 * kCount;
+  fan.Difference(GPolygon2d(-2e6, 5e5, 2e6, 2e6));
+  EXPECT_NEAR(AreaOf(fan), area / 4, 1e-9 * area);
+
+  points.clear();
+  for (int i = 0; i < kCount; ++i)
+    points.insert(points.end(), {{i * 1., 0}, {i + 1., 0}, {i + .5, 1e6}});
+  GPolygon2d slivers(points.data(), counts.data(), kCount);
+  slivers.XOR(GPolygon2d(-1, -1, kCount + 1, 1));
+  EXPECT_NEAR(AreaOf(slivers), 5e5 * kCount + 2.0 * kCount + 4 - 2 * (kCount - 5e-7 * kCount),
+              1e-6 * kCount);
+}
+
+TEST(GPolygon2d, WhatItGivesIsAGoodOperand) {
+  std::mt19937 random(9);
+  int done = 0;
+  for (int round = 0; round < 2000; ++round) {
+    const double grid = round % 2 ? 0.5 : 1.0 / 3;
+    GPolygon2d a = Star(random, grid);
+    try {
+      a.XOR(Star(random, grid));
+    } catch (const Invalid&) {
+      continue;  // On a grid a star may cross itself.
+    }
+    const GPolygon2d b = Star(random, 0);
+    ++done;
+    EXPECT_NO_THROW(a.XOR(b)) << round;
+    EXPECT_NO_THROW(a.XOR(b)) << round;
+    EXPECT_NO_THROW(a.Union(b)) << round;
+  }
+  EXPECT_GT(done, 1500);
 }
 
 TEST(GPolygon2d, WorksInAnySize) {
@@ -284,6 +327,7 @@ TEST(GPolygon2d, DamagedFilesAreRefusedAndChangeNothing) {
   const Row rows[] = {{"nothing", ""},
                       {"a count that is no number", "x\n"},
                       {"text behind a count", "1 2\n"},
+                      {"two signs", "+-1\n"},
                       {"a count beyond 64 bits", "99999999999999999999\n"},
                       {"a file cut behind a count", "1\n"},
                       {"huge counts", "2147483647\n2147483647\n0, 0\n"},
@@ -297,7 +341,7 @@ TEST(GPolygon2d, DamagedFilesAreRefusedAndChangeNothing) {
     EXPECT_EQ(CodeOf([&] { polygon.LoadFromTextFile(file); }), ERR_READ) << row.why;
     EXPECT_EQ(AreaOf(polygon), 1) << row.why;
   }
-  TextFile odd("\n;comment\n4294967297\r\n\n-3\n;\n 1 \n1\n 1.5 ,-2e1\n");
+  TextFile odd("\n;comment\n+4294967297\r\n\n-3\n;\n 1 \n1\n +1.5 ,-2e1\n");
   polygon.LoadFromTextFile(odd);
   const MultiPolygon2d rings = RingsOf(polygon);
   ASSERT_EQ(rings.size(), 1u) << "the low 32 bits";
@@ -319,6 +363,8 @@ TEST(GPolygon2d, DamagedFilesAreRefusedAndChangeNothing) {
   EXPECT_EQ(CodeOf([&] { polygon.LoadFromBinaryFile(huge); }), ERR_END_OF_FILE);
   CBufferedFile closed;
   EXPECT_EQ(CodeOf([&] { polygon.DumpToTextFile(closed); }), ERR_WRITE);
+  EXPECT_EQ(CodeOf([&] { polygon.LoadFromTextFile(closed); }), ERR_READ);
+  EXPECT_EQ(CodeOf([&] { polygon.LoadFromBinaryFile(closed); }), ERR_READ);
 }
 
 TEST(PolygonRings, GiveAndTakeArrays) {

@@ -150,9 +150,10 @@ class RandomPolygons {
     kTriangulation,  ///< Triangles of one jittered grid: borders that are shared exactly.
     kStars,          ///< Simple contours that cross each other only.
     kSlivers,        ///< Vertices a few units of the last place beside those of a grid.
+    kLines,          ///< Vertices on four lines.
   };
-  static constexpr Kind kKinds[] = {kReal,       kGrid,          kThirds, kLevels,
-                                    kRectangles, kTriangulation, kStars,  kSlivers};
+  static constexpr Kind kKinds[] = {kReal,          kGrid,  kThirds,  kLevels, kRectangles,
+                                    kTriangulation, kStars, kSlivers, kLines};
 
   RandomPolygons(Kind kind, unsigned seed, int contours, int vertices)
       : kind_(kind), random_(seed), contours_(contours), vertices_(vertices) {}
@@ -188,6 +189,11 @@ inline PlainVertex RandomPolygons::NextVertex() {
       return {Real(), row * 0.3};
     case kSlivers:
       return {column + Below(3) * 0x1p-50, row + Below(3) * 0x1p-50};
+    case kLines: {
+      const double t = Below(kSide * kSide);
+      const PlainVertex onLine[] = {{t, t}, {3, t}, {t, 3 * t - 5}, {row + 0.1 * t, 7 - 0.3 * t}};
+      return onLine[column % 4];
+    }
     case kGrid:
       return {static_cast<double>(column), static_cast<double>(row)};
     default:

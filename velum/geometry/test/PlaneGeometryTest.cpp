@@ -194,6 +194,19 @@ TEST(Arcs, ReachTheTopAndTheBottomInTheSecondTurnAsWell) {
   EXPECT_TRUE(points[0].Equals(points[1], 1e-14)) << "equal directions give a full turn";
 }
 
+TEST(Arcs, AreAsExactInAnySize) {
+  const Vec2d start(3, 1), end(-1, 2);
+  Vec2d usual[5], scaled[5];
+  ASSERT_TRUE(ArcToCurve(Box2d(-2, -1, 2, 1), start, end, 5, usual, nullptr));
+  for (const int exponent : {-1000, -570, -500, 500, 664, 1000}) {
+    const double size = std::ldexp(1.0, exponent);
+    ASSERT_TRUE(
+        ArcToCurve(Box2d(-2, -1, 2, 1) * size, start * size, end * size, 5, scaled, nullptr));
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(scaled[i], usual[i] * size) << exponent;
+  }
+  EXPECT_FALSE(ArcToCurve(Box2d(-1e200, -1, 1e200, 1), start, end, 5, scaled, nullptr));
+}
+
 TEST(Arcs, ReportWhatGivesNone) {
   const double infinity = std::numeric_limits<double>::infinity();
   const Box2d box(-2, -1, 2, 1);

@@ -3,10 +3,39 @@
 #include <velum/geometry/detail/clip/YSort.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 
 namespace vlm::detail {
+namespace {
+
+// Slopes and extents below these can't overflow on a scan line.
+constexpr double kLarge = 1e300;
+constexpr double kWidest = 1.7e308;
+
+double Slope(const gpc_vertex& bottom, const gpc_vertex& top) noexcept {
+  return (top.x - bottom.x) / (top.y - bottom.y);
+}
+
+constexpr int kDigits = std::numeric_limits<double>::digits;
+
+// The powers of two of the first and the last digit of a number that is not 0.
+struct Digits {
+  int first;
+  int last;
+};
+
+Digits DigitsOf(double value) noexcept {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const int exponent = static_cast<int>(bits >> 52 & 0x7FF);
+  // Numbers below the least normal one have no leading digit that is not written.
+  const std::uint64_t written = (bits & 0xFFFFFFFFFFFFF) | std::uint64_t{exponent > 0} << 52;
+  const int last = std::max(exponent, 1) - 1075;
+  return {last + 63 - std::countl_zero(written), last + std::countr_zero(written)};
+}
+
+}  // namespace
 
 ClipTables::ClipTables()
     : vertices_("edge table creation"),
@@ -68,14 +97,14 @@ void ClipTables::PushBound(Index vertex, Index next, Index begin, Index end, boo
                            TypeMask type) {
   const gpc_vertex& bottom = vertices_[vertex];
   const gpc_vertex& top = vertices_[next];
-  const double dx = (top.x - bottom.x) / (top.y - bottom.y);
-  bounds_.Push(
-      {bottom.x, dx, vertex, begin, end, static_cast<Index>(bounds_.size()), forward, type});
+  bounds_.Push({bottom.x, Slope(bottom, top), vertex, begin, end,
+                static_cast<Index>(bounds_.size()), forward, type});
 }
 
 void ClipTables::Sort() {
   SortLines();
   FindMargins();
+  FindDigits();
   SortBounds();
 }
 
@@ -114,57 +143,122 @@ void ClipTables::SortBounds() {
   }
 }
 
-void ClipTables::SortMinimum(ClipBound* first, ClipBound* last) noexcept {
-  if (last - first > 16 && !flat_) {
+void ClipTables::SortMinimum(ClipBound* first, ClipBound* last) const noexcept {
+  if (last - first <= 16) {
+    // Each bound goes before the first that is greater.
+    const auto isGreater = [](const ClipBound& a, const ClipBound& b) {
+      return a.x > b.x || (a.x == b.x && a.dx > b.dx);
+    };
+    for (ClipBound* bound = first; bound < last; ++bound) {
+      ClipBound* place = bound;
+      while (place > first && (isGreater(place[-1], *bound) || std::isnan(place[-1].dx))) --place;
+      while (place < bound && !isGreater(*place, *bound)) ++place;
+      std::rotate(place, bound, bound + 1);
+    }
+    return;
+  }
+  const auto sort = [&] {
     std::sort(first, last, [](const ClipBound& a, const ClipBound& b) {
       if (a.x != b.x) return a.x < b.x;
       return a.dx != b.dx ? a.dx < b.dx : a.order < b.order;
     });
+  };
+  if (std::none_of(first, last, [](const ClipBound& bound) { return std::isnan(bound.dx); })) {
+    sort();
     return;
   }
-  // A slope that is no number is neither less nor greater than another, so where there may be one
-  // the list is made as it is defined: each bound goes before the first that is greater.
+  // A slope that is no number is neither less nor greater than another: its bound goes behind those
+  // of its x that came before it, as one of the greatest slope among them would.
+  std::sort(first, last, [](const ClipBound& a, const ClipBound& b) {
+    return a.x != b.x ? a.x < b.x : a.order < b.order;
+  });
+  double greatest = 0;
   for (ClipBound* bound = first; bound < last; ++bound) {
-    ClipBound* place = flat_ ? first : bound;
-    if (flat_) {
-      while (place < bound &&
-             !(place->x > bound->x || (place->x == bound->x && place->dx > bound->dx))) {
-        ++place;
-      }
-    } else {
-      while (place > first &&
-             (place[-1].x > bound->x || (place[-1].x == bound->x && place[-1].dx > bound->dx))) {
-        --place;
-      }
+    if (bound == first || bound[-1].x != bound->x) {
+      greatest = -std::numeric_limits<double>::infinity();
     }
-    std::rotate(place, bound, bound + 1);
+    if (bound->dx > greatest) greatest = bound->dx;
+    if (std::isnan(bound->dx)) bound->dx = greatest;
   }
+  sort();
+  for (ClipBound* bound = first; bound < last; ++bound) bound->dx = SlopeOf(*bound);
+}
+
+double ClipTables::SlopeOf(const ClipBound& bound) const noexcept {
+  const Index next = NextAround(bound.vertex, bound.begin, bound.end, bound.forward);
+  return Slope(vertices_[bound.vertex], vertices_[next]);
+}
+
+// Tells whether the x of an edge may be off by more than rounding somewhere between its ends.
+bool ClipTables::HasFlatEdge() const noexcept {
+  for (const ClipBound& bound : bounds_) {
+    Index bottom = bound.vertex;
+    Index top = NextAround(bottom, bound.begin, bound.end, bound.forward);
+    for (; lineOf_[top] > lineOf_[bottom];
+         bottom = std::exchange(top, NextAround(top, bound.begin, bound.end, bound.forward))) {
+      // Its ends are given, and most often there is no line between them.
+      const bool isFlat = !(std::fabs(Slope(vertices_[bottom], vertices_[top])) < kLarge);
+      if (isFlat && lineOf_[top] > lineOf_[bottom] + 1) return true;
+    }
+  }
+  return false;
 }
 
 void ClipTables::FindMargins() noexcept {
   constexpr double kUnit = std::numeric_limits<double>::epsilon() / 2;
-  constexpr double kLarge = 1e300;
+  double minX = 0;
   double maxX = 0;
-  for (const gpc_vertex& vertex : vertices_) maxX = std::max(maxX, std::fabs(vertex.x));
+  for (const gpc_vertex& vertex : vertices_) {
+    minX = std::min(minX, vertex.x);
+    maxX = std::max(maxX, vertex.x);
+  }
   const double low = lines_.empty() ? 0 : lines_[0];
   const double high = lines_.empty() ? 0 : lines_.back();
-  const double maxY = std::max(std::fabs(low), std::fabs(high));
   // A flat edge below a bound's first one shows only when it is reached; the ratio of the extents
-  // tells it in advance.
+  // tells in most cases that there is none.
   double thinnest = std::numeric_limits<double>::infinity();
   for (std::size_t i = 1; i < lines_.size(); ++i) {
     thinnest = std::min(thinnest, lines_[i] - lines_[i - 1]);
   }
-  flat_ = !(maxX < kLarge && maxY < kLarge && 2 * maxX < kLarge * std::min(thinnest, 1.0));
-  if (flat_) {
+  const double width = maxX - minX;
+  const double height = high - low;
+  const bool mayBeFlat = !(width < kLarge * std::min(thinnest, 1.0));
+  if (!(width < kWidest && height < kWidest) || (mayBeFlat && HasFlatEdge())) {
     margin_ = marginY_ = std::numeric_limits<double>::infinity();
     return;
   }
   // x = bottom.x + dx * (y - bottom.y) is off by at most 11 units of the largest x; two of them,
-  // and room to spare. Edges that bundle may grow apart by the tolerance for x and for their
-  // slopes.
-  margin_ = 64 * kUnit * maxX + 4 * GPC_EPSILON + 2 * GPC_EPSILON * (high - low);
-  marginY_ = 16 * kUnit * maxY;
+  // and room to spare, also for a dx too small for all of its digits. Edges that bundle may grow
+  // apart by the tolerance for x and for their slopes.
+  margin_ = 64 * kUnit * std::max(-minX, maxX) + 16 * GPC_EPSILON + 2 * GPC_EPSILON * height;
+  marginY_ = 16 * kUnit * std::max(std::fabs(low), std::fabs(high));
+}
+
+// How many binary digits all coordinates have together, from the first of the largest to the last
+// of the smallest.
+void ClipTables::FindDigits() noexcept {
+  int first = std::numeric_limits<int>::min();
+  int last = std::numeric_limits<int>::max();
+  for (const gpc_vertex& vertex : vertices_) {
+    for (const double value : {vertex.x, vertex.y}) {
+      if (value == 0) continue;
+      const Digits digits = DigitsOf(value);
+      first = std::max(first, digits.first);
+      last = std::min(last, digits.last);
+      digits_ = first - last + 1;
+      if (digits_ >= kDigits) return;
+    }
+  }
+}
+
+bool ClipTables::HasFewDigits(double dx) const noexcept {
+  // bottom.x + dx * (y - bottom.y): one digit more for the difference, those of both for the
+  // product, and those of dx behind the point for the sum.
+  if (dx == 0) return true;
+  if (!std::isfinite(dx)) return false;
+  const Digits digits = DigitsOf(dx);
+  return digits_ + 1 + (digits.first - digits.last + 1) <= kDigits &&
+         digits_ + 1 - std::min(digits.last, 0) <= kDigits;
 }
 
 Index ClipTables::LineFrom(double y, Index from, Index to) const noexcept {

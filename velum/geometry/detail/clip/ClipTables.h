@@ -70,6 +70,9 @@ class ClipTables {
   /// How far apart two x that are computed may be in the wrong order: a bound of the rounding
   /// errors; infinite if coordinates are so large, or edges so flat, that there is none.
   [[nodiscard]] double Margin() const noexcept { return margin_; }
+  /// True if the x of an edge of this slope is computed without rounding on every scan line:
+  /// coordinates and slope have few digits.
+  [[nodiscard]] bool IsExact(double dx) const noexcept { return digits_ < 52 && HasFewDigits(dx); }
   /// A bound of the rounding errors of a y that is computed.
   [[nodiscard]] double MarginY() const noexcept { return marginY_; }
 
@@ -79,8 +82,12 @@ class ClipTables {
   void PushBound(Index vertex, Index next, Index begin, Index end, bool forward, TypeMask type);
   void SortLines();
   void SortBounds();
-  void SortMinimum(ClipBound* first, ClipBound* last) noexcept;
+  void SortMinimum(ClipBound* first, ClipBound* last) const noexcept;
+  [[nodiscard]] double SlopeOf(const ClipBound& bound) const noexcept;
+  [[nodiscard]] bool HasFlatEdge() const noexcept;
   void FindMargins() noexcept;
+  void FindDigits() noexcept;
+  [[nodiscard]] bool HasFewDigits(double dx) const noexcept;
 
   ClipArray<gpc_vertex> vertices_;
   ClipArray<Index> lineOf_;
@@ -89,7 +96,7 @@ class ClipTables {
   ClipArray<Index> firstBound_;
   double margin_ = 0;
   double marginY_ = 0;
-  bool flat_ = false;
+  int digits_ = 0;
 };
 
 }  // namespace vlm::detail

@@ -10,6 +10,13 @@ bool NearlyParallel(const ActiveEdge& a, const ActiveEdge& b) noexcept {
   return std::fabs(a.dx - b.dx) <= GPC_EPSILON;
 }
 
+// Two edges at a distance, whose x as it is computed is one on every scan line.
+bool ComputedAlike(const ActiveEdge& a, const ActiveEdge& b, double distance) noexcept {
+  if (a.dx != b.dx) return false;
+  if (a.bottomX == b.bottomX && (a.dx == 0 || a.bottomY == b.bottomY)) return true;
+  return a.exact && b.exact && distance == 0;
+}
+
 }  // namespace
 
 template <class Output>
@@ -79,6 +86,7 @@ void Sweep<Output>::Load(Index edge, Index bottom, Index top) noexcept {
   it.bottomY = from.y;
   it.topX = to.x;
   it.dx = (to.x - from.x) / (to.y - from.y);
+  it.exact = tables_.IsExact(it.dx);
   it.topLine = tables_.Line(top);
   it.vertex = top;
   it.nextTop = tops_[it.topLine];
@@ -87,9 +95,15 @@ void Sweep<Output>::Load(Index edge, Index bottom, Index top) noexcept {
 
 template <class Output>
 void Sweep<Output>::Rise() {
+  const bool inserts = tables_.BoundsBegin(line_) != tables_.BoundsEnd(line_);
   for (Index edge = tops_[line_]; edge != kNone;) {
     ActiveEdge& it = edges_[edge];
     const Index following = it.nextTop;
+    if (inserts) {
+      // Bounds find their places before it is known how these edges go on.
+      if (it.same) edges_.Join(edge, it.joined, false);
+      if (it.next != kNone && edges_[it.next].same) edges_.Join(it.next, true, false);
+    }
     const Index next = NextAround(it.vertex, it.begin, it.end, it.forward);
     if (tables_.Line(next) > line_) {
       Load(edge, it.vertex, next);
@@ -103,7 +117,6 @@ void Sweep<Output>::Rise() {
     }
     AskJoin(edge);
     AskJoin(it.next);
-    bundles_.Push(edge);
     edge = following;
   }
 }
@@ -117,7 +130,7 @@ void Sweep<Output>::InsertBounds() {
     const Index edge = edges_.Create();
     ActiveEdge& it = edges_[edge];
     it = {};
-    it.type = bound->type;
+    it.type = it.above = bound->type;
     it.begin = bound->begin;
     it.end = bound->end;
     it.forward = bound->forward;
@@ -128,13 +141,18 @@ void Sweep<Output>::InsertBounds() {
     Load(edge, bound->vertex, NextAround(bound->vertex, bound->begin, bound->end, bound->forward));
     edges_.InsertBehind(place, edge);
     MarkActive(edge);
-    if (place != kNone && edges_[place].tail) bundles_.Push(place);
+    const Index next = edges_[edge].next;
+    if (next != kNone && edges_[next].joined) {
+      // To the edge before the new one.
+      Part(place, next);
+      edges_[place].tail = false;
+      edges_.Join(next, false, false);
+    }
     place = edge;
     AskJoin(edge);
-    AskJoin(edges_[edge].next);
-    bundles_.Push(edge);
+    AskJoin(next);
     watch_.Ask(edge);
-    watch_.Ask(edges_[edge].next);
+    watch_.Ask(next);
   }
 }
 
@@ -144,15 +162,16 @@ void Sweep<Output>::AskJoin(Index edge) {
 }
 
 template <class Output>
-bool Sweep<Output>::MayPart(const ActiveEdge& a, const ActiveEdge& b) const noexcept {
-  // Neighbours that begin to coincide, or cease to, while both go on: not those on one line that is
-  // computed alike, nor those too far apart.
+bool Sweep<Output>::MayPart(const ActiveEdge& a, const ActiveEdge& b,
+                            double distance) const noexcept {
+  // Neighbours that begin to coincide, or cease to, while both go on: not those whose distance is
+  // computed alike on every line, nor those too far apart.
   const double margin = watch_.Margin();
-  if (margin < 1e300 && a.dx == b.dx) {
-    if (a.bottomX == b.bottomX && (a.dx == 0 || a.bottomY == b.bottomY)) return false;
-    if (a.dx == 0) return false;
+  if (std::isfinite(margin) && a.dx == b.dx) {
+    if (a.dx == 0 || (a.exact && b.exact)) return false;
+    if (a.bottomX == b.bottomX && a.bottomY == b.bottomY) return false;
   }
-  return !(std::fabs(XAt(a, line_, y_) - XAt(b, line_, y_)) > 2 * margin);
+  return !(distance > 2 * margin);
 }
 
 template <class Output>
@@ -168,48 +187,58 @@ void Sweep<Output>::JoinEdges() {
     if (!it.alive || it.joinedAt == line_) continue;
     it.joinedAt = line_;
     bool joined = false;
+    bool same = false;
     if (it.previous != kNone) {
       const ActiveEdge& before = edges_[it.previous];
       if (NearlyParallel(before, it) && !it.ended && !before.ended) {
-        joined = std::fabs(XAt(before, line_, y_) - XAt(it, line_, y_)) <= GPC_EPSILON;
-        if (MayPart(before, it)) nextJoins_.Push(edge);
+        const double distance = std::fabs(XAt(before, line_, y_) - XAt(it, line_, y_));
+        joined = distance <= GPC_EPSILON;
+        same = joined && std::isfinite(watch_.Margin()) && ComputedAlike(before, it, distance);
+        if (MayPart(before, it, distance)) nextJoins_.Push(edge);
       }
     }
-    if (joined == it.joined) continue;
-    it.joined = joined;
-    bundles_.Push(edge);
-    if (it.previous != kNone) bundles_.Push(it.previous);
+    if (joined == it.joined && same == it.same) continue;
+    if (!joined && it.joined) Part(it.previous, edge);
+    if (joined && !it.joined) Unite(it.previous, edge);
+    edges_.Join(edge, joined, same);
   }
   joins_.Clear();
   joins_.Swap(nextJoins_);
   for (const Index edge : bundles_) Bundle(edge);
   bundles_.Clear();
+  for (const Index edge : ended_) {
+    edges_[edge].above = 0;
+    if (edges_[edge].below != 0) MarkActive(edge);
+  }
+}
+
+template <class Output>
+void Sweep<Output>::Part(Index left, Index right) {
+  // The left one speaks for a bundle from now on, whose parity is to be found.
+  MarkActive(left);
+  bundles_.Push(left);
+  bundles_.Push(right);
+}
+
+template <class Output>
+void Sweep<Output>::Unite(Index left, Index right) {
+  ActiveEdge& it = edges_[left];
+  it.above = 0;
+  it.pairBeam = kNone;
+  if (it.below != 0) MarkActive(left);
+  bundles_.Push(right);
 }
 
 template <class Output>
 void Sweep<Output>::Bundle(Index edge) {
-  if (edges_[edge].bundledAt == line_) return;
-  TypeMask above = 0;
-  bool changed = false;
-  for (Index at = edges_.FirstOfBundle(edge);; at = edges_[at].next) {
-    ActiveEdge& it = edges_[at];
-    it.bundledAt = line_;
-    if (!it.ended) above ^= it.type;
-    const bool tail = it.next != kNone && edges_[it.next].joined;
-    changed |= it.tail != tail;
-    it.tail = tail;
-    it.above = tail ? TypeMask{0} : above;
-    if (it.below != it.above) MarkActive(at);
-    if (tail) {
-      it.pairBeam = kNone;
-      continue;
-    }
-    if (changed) {
-      watch_.Ask(at);
-      watch_.Ask(it.next);
-    }
-    return;
-  }
+  const Index head = edges_.HeadOf(edge);
+  ActiveEdge& it = edges_[head];
+  if (it.bundledAt == line_) return;
+  it.bundledAt = line_;
+  it.above = edges_.TypesOfBundle(head);
+  if (it.below != it.above) MarkActive(head);
+  watch_.Ask(head);
+  watch_.Ask(it.next);
 }
 
 template <class Output>
@@ -221,7 +250,7 @@ void Sweep<Output>::MarkActive(Index edge) {
 
 template <class Output>
 TypeMask Sweep<Output>::ParityBefore(Index edge) const noexcept {
-  const Index before = edges_[edge].previous;
+  const Index before = edges_.PreviousHead(edge);
   if (before == kNone) return rules_.Outside();
   return edges_[before].parity ^ edges_[before].above;
 }
@@ -244,6 +273,22 @@ Index Sweep<Output>::NextInSpan(Index edge, std::size_t& active) noexcept {
   }
   const Index other = edges_.NextWithOutput(edge);
   return other != kNone && edges_.Before(other, next) ? other : next;
+}
+
+template <class Output>
+Index Sweep<Output>::NextToWalk(Index edge, std::size_t& active) noexcept {
+  // Those of a bundle that do not speak for it bound nothing, unless they have just come to that.
+  const auto isIdle = [&](Index at) {
+    return at != kNone && edges_[at].tail && edges_[at].activeAt != line_;
+  };
+  if (!isIdle(edge)) return edge;
+  edge = edges_[edge].next;
+  if (!isIdle(edge)) return edge;
+  const Index head = edges_.HeadOf(edge);
+  while (active < active_.size() && edges_[active_[active].edge].walkedAt == line_) ++active;
+  if (active == active_.size()) return head;
+  const Index next = active_[active].edge;
+  return edges_.Before(next, head) ? next : head;
 }
 
 template <class Output>
@@ -279,7 +324,7 @@ void Sweep<Output>::WalkStretch(Index edge, std::size_t active) {
     above = aboveRight;
     below = belowRight;
     if (above != below) {
-      edge = it.next;
+      edge = NextToWalk(it.next, active);
     } else if (Output::kNeedsSpan && rules_.Inside(above)) {
       edge = NextInSpan(edge, active);
       if (edge != kNone) above = below = ParityBefore(edge);
@@ -335,14 +380,10 @@ void Sweep<Output>::CrossBundles(const Crossing& crossing) {
         rules_.Classify(between, between ^ f1, between ^ f0, between ^ f0 ^ f1);
     output_.AtCrossing(left, right, vertexClass, crossing.x, crossing.y + y_);
   }
-  const auto flip = [&](Index head, unsigned mask) {
-    for (Index at = head;; at = edges_[at].previous) {
-      edges_[at].parity = static_cast<TypeMask>(edges_[at].parity ^ mask);
-      if (!edges_[at].joined) return at;
-    }
-  };
-  const Index leftFirst = flip(left, f1);
-  const Index rightFirst = flip(right, f0);
+  edges_[left].parity = static_cast<TypeMask>(e0.parity ^ f1);
+  edges_[right].parity = static_cast<TypeMask>(e1.parity ^ f0);
+  const Index leftFirst = edges_.FirstOfBundle(left);
+  const Index rightFirst = e0.next;
   // Bundles that cancel out change places, too, or they would be out of order.
   edges_.Exchange(left, right);
   const Index before = edges_[rightFirst].previous;

@@ -18,7 +18,8 @@ namespace vlm::detail {
 ///
 /// *Errors*: ERR_POLYGON_CLIPPING if an invariant is broken; memory.
 /// *Cost*: for n vertices and k crossings about (n + k) log n, and the lengths of the horizontal
-/// edges in edges that they cross.
+/// edges in edges that they cross. Edges that lie on each other count once, unless their x is
+/// rounded: then each pair of neighbours counts on each scan line.
 template <class Output>
 class Sweep {
  public:
@@ -47,11 +48,15 @@ class Sweep {
   void MarkActive(Index edge);
   void AskJoin(Index edge);
   void AskJoinIfParallel(Index edge);
-  [[nodiscard]] bool MayPart(const ActiveEdge& a, const ActiveEdge& b) const noexcept;
+  [[nodiscard]] bool MayPart(const ActiveEdge& a, const ActiveEdge& b,
+                             double distance) const noexcept;
+  void Part(Index left, Index right);
+  void Unite(Index left, Index right);
   void Bundle(Index edge);
   [[nodiscard]] TypeMask ParityBefore(Index edge) const noexcept;
   [[nodiscard]] Index StretchBegin(Index edge) noexcept;
   [[nodiscard]] Index NextInSpan(Index edge, std::size_t& active) noexcept;
+  [[nodiscard]] Index NextToWalk(Index edge, std::size_t& active) noexcept;
   void WalkStretch(Index edge, std::size_t active);
 
   const ClipTables& tables_;
@@ -66,7 +71,7 @@ class Sweep {
   ClipArray<Index> ended_;  // The edges that end here.
   ClipArray<Index> joins_;  // The edges that may join the one before them here, or part from it,
   ClipArray<Index> nextJoins_;    // and on the next scan line.
-  ClipArray<Index> bundles_;      // Edges whose bundles are made anew.
+  ClipArray<Index> bundles_;      // Edges whose bundles have changed.
   ClipArray<PlacedEdge> active_;  // The edges that differ above and below the scan line.
   Index line_ = 0;
   double y_ = 0;
