@@ -1,0 +1,31 @@
+#pragma once
+
+/// \file
+/// Declares the classes of numerics, for headers that only name them.
+///
+///     #include <velum/numerics/Forward.h>
+///     namespace vlm { double Residual(const RMatrix& a, const RVector& x); }
+
+namespace vlm {
+
+class CExponentialSpline;
+class CGeneralLinear;
+class CIdentityMap;
+class CImageRegistration;
+class CImageWarp;
+class CInverseDistanceSquared;
+class CLinearConformal;
+class CMarcovSpline;
+class CMixedScale;
+class CNaturalCubicSpline;
+class CQuadraticPolynomial;
+class CRadialBasisFunction;
+class CRationalQuadraticSpline;
+class CThinPlateSpline;
+class CTranslate;
+class CUniformScale;
+class RMatrix;
+class RVector;
+class doubledouble;
+
+}  // namespace vlm
