@@ -1,0 +1,75 @@
+#include <velum/numerics/SpatialStatistics.h>
+
+#include <velum/numerics/detail/NearestNeighbours.h>
+
+#include <boost/tuple/tuple_comparison.hpp>
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+#include <limits>
+#include <typeinfo>
+
+namespace vlm {
+namespace {
+
+using Point = boost::tuple<double, double, double>;
+
+constexpr double kPi = 3.141592653589793;
+constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+
+bool IsFinite(const Point& point) noexcept {
+  return std::isfinite(boost::get<0>(point)) && std::isfinite(boost::get<1>(point)) &&
+         std::isfinite(boost::get<2>(point));
+}
+
+// Of the rectangle about points that are sorted by x.
+double AreaOf(std::span<const Point> points) noexcept {
+  const auto [low, high] = std::ranges::minmax_element(
+      points, [](const Point& a, const Point& b) { return boost::get<1>(a) < boost::get<1>(b); });
+  const double width = boost::get<0>(points.back()) - boost::get<0>(points.front());
+  return width * (boost::get<1>(*high) - boost::get<1>(*low));
+}
+
+}  // namespace
+
+CSpatialStatistics::CSpatialStatistics() noexcept { Clear(); }
+
+void CSpatialStatistics::Clear() noexcept {
+  Count = 0;
+  NearestDistance.Clear();
+  NearestSeparation.Clear();
+  Density = kUnknown;
+  ClarkEvansRatio = kUnknown;
+  SkellamStatistic = kUnknown;
+}
+
+void Load(CSpatialStatistics& stats, std::vector<Point>::iterator first,
+          std::vector<Point>::iterator last) {
+  stats.Clear();
+  const std::span<Point> points(first, last);
+  stats.Count = static_cast<unsigned int>(points.size());
+  if (points.empty() || !std::ranges::all_of(points, IsFinite)) {
+    return;
+  }
+  std::sort(points.begin(), points.end(), [](const Point& a, const Point& b) { return a < b; });
+  detail::NearestNeighbours nearest = detail::FindNearestNeighbours(points);
+  const auto load = [](CUnivariateStatistics& record, std::vector<double>& values) {
+    try {
+      Load(record, values.begin(), values.end());
+    } catch (const std::bad_cast&) {
+      // Infinite distances have no histogram; everything else is there.
+    }
+  };
+  load(stats.NearestDistance, nearest.distances);
+  load(stats.NearestSeparation, nearest.separations);
+  const double area = AreaOf(points);
+  if (area > FLT_MIN) {
+    const auto n = static_cast<double>(points.size());
+    stats.Density = n / area;
+    stats.ClarkEvansRatio = 2 * std::sqrt(stats.Density) * stats.NearestDistance.Mean;
+    stats.SkellamStatistic = 2 * kPi * stats.Density * n * stats.NearestDistance.MeanSquare;
+  }
+}
+
+}  // namespace vlm

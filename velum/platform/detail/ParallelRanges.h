@@ -1,0 +1,19 @@
+#pragma once
+
+/// \file
+/// Loops whose turns do not depend on each other, on all processors.
+
+#include <cstddef>
+#include <functional>
+
+namespace vlm::detail {
+
+/// Calls `body(begin, end)` for parts of the range from 0 to `count` that together make it up, some
+/// of them at once, and returns when all have returned.
+///
+/// A part has about `grain` elements or more. What the caller did before is seen by each call, and
+/// what the calls did is seen by the caller. `body` throws nothing.
+void ForRanges(std::size_t count, std::size_t grain,
+               const std::function<void(std::size_t begin, std::size_t end)>& body);
+
+}  // namespace vlm::detail
