@@ -73,7 +73,7 @@ std::string TableOf(const std::vector<Trial>& trials) {
   table.AppendFormatString("%-27s %10s %10s   %10s %10s   %9s\n", "method", "rms (km)", "worst",
                            "rms (km)", "worst", "ms");
   for (const Trial& trial : trials) {
-    table.AppendFormatString("%-27s %10.4f %10.4f   %10.4f %10.4f   %9.2f", NameOf(trial.method),
+    table.AppendFormatString("%-27s %10.3g %10.3g   %10.4f %10.4f   %9.3g", NameOf(trial.method),
                              trial.atControlPoints.rms, trial.atControlPoints.worst,
                              trial.elsewhere.rms, trial.elsewhere.worst, trial.milliseconds);
     if (trial.inForce != trial.method) {

@@ -32,11 +32,12 @@ VELUM_API int CalcAxisIntervals(double lo, double hi, int count, double* first,
 /// Returns the step of an axis from `lo` to `hi` that wants `count` intervals, and writes the first
 /// and the last tick, each unless its pointer is null.
 ///
-/// The step is that of CalcAxisIntervals, but where the last step tried is not below hi - lo, the
-/// one before it is kept.
+/// The step is the power of ten not above (hi - lo) / count, or the first of 2, 5 and 10 times it
+/// that is not below (hi - lo) / count. Where these reach hi - lo before that, it is the last one
+/// below.
 ///
 /// - `lo` not below `hi`: 1, with ticks at lo - 1 and lo + 1.
-/// - A limit that is not finite, and is not covered by the former: NaN; the ticks are the limits.
+/// - Otherwise, a limit that is infinite or NaN: NaN; the ticks are the limits.
 /// - `count` below 1 counts as 1.
 VELUM_API double CalcAutoInc(double lo, double hi, int count, double* first, double* last) noexcept;
 

@@ -11,9 +11,9 @@ void NumberFormatSpec::SetType(Type type) noexcept {
 }
 
 GString NumberFormatSpec::GetFormat() const {
-  const char* const form = type_ == Exponential ? "%%.%ue" : type_ == Fixed ? "%%.%uf" : "%%.%ug";
+  const char* const form = type_ == Exponential ? "%%.%de" : type_ == Fixed ? "%%.%df" : "%%.%dg";
   GString format;
-  FormatString(format, form, digits_);
+  FormatString(format, form, static_cast<int>(digits_));
   return format;
 }
 

@@ -41,6 +41,8 @@ class VELUM_API NumberFormatSpec {
   void SetNumDigits(unsigned int digits) noexcept { digits_ = digits; }
 
   /// Returns the format of the printf family for one double: `%.4g`, say.
+  ///
+  /// - From 2^31 digits on the number is negative, and the format of no use.
   [[nodiscard]] GString GetFormat() const;
 
  private:

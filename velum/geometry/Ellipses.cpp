@@ -1,8 +1,5 @@
 #include <velum/geometry/Ellipses.h>
 
-#include <velum/geometry/Box2.h>
-#include <velum/geometry/Vec2.h>
-
 #include <cmath>
 #include <cstddef>
 

@@ -7,7 +7,8 @@
 ///     vlm::ComputeEllipse(vlm::Box2d(0, 0, 4, 2), 8, points);
 
 #include <velum/core/Api.h>
-#include <velum/geometry/Forward.h>
+#include <velum/geometry/Box2.h>
+#include <velum/geometry/Vec2.h>
 
 namespace vlm {
 

@@ -91,8 +91,15 @@ void ExpandSingularLimits(double& low, double& high) noexcept {
   if (high > low || !std::isfinite(low)) {
     return;
   }
-  high = RoundUp(low, 4);
-  low = 2 * low - high;
+  const double value = low;
+  high = RoundUp(value, 4);
+  low = value - (high - value);
+  if (std::isinf(high)) {
+    high = value;
+    low = -RoundUp(-value, 4);
+  } else if (std::isinf(low)) {
+    low = value;
+  }
   if (low >= high) {
     const double middle = (low + high) * 0.5;
     low = middle - 0.001;

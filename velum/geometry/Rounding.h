@@ -57,7 +57,8 @@ requires std::convertible_to<Value, double> && std::convertible_to<Multiple, dou
 ///
 /// - `high` above `low`, or `low` infinite or NaN: nothing.
 /// - `low` 0: the range becomes -0.001 to 0.001.
-/// - Otherwise it reaches from `low` by one unit of its fourth significant digit both ways.
+/// - Otherwise it reaches from `low` by one unit of its fourth significant digit both ways,
+///   or one way where the other leads beyond the largest `double`.
 VELUM_API void ExpandSingularLimits(double& low, double& high) noexcept;
 
 /// Returns the nearer of the two powers of 2 about `n`, the larger one in the middle. It is never

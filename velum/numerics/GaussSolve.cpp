@@ -115,6 +115,7 @@ bool GaussSolve(RMatrix& a, RVector& b) {
 }
 
 bool Solve3x3(const RMatrix& a, const RVector& b, RVector& x) noexcept {
+  if (a.empty()) return true;
   const auto minor = [&a](unsigned row, unsigned col) {
     const unsigned r = (row + 1) % 3;
     const unsigned s = (row + 2) % 3;

@@ -60,6 +60,8 @@ class VELUM_API CImageRegistration {
   /// - No control points: `IdentityMap`, whatever is asked for. One: `Translate`, unless
   ///   `IdentityMap` is.
   /// - Lists of different lengths, or a coordinate that is infinite or NaN: `IdentityMap`.
+  /// - Collinear control points, or all at one place: splines have a fit, but it may take the whole
+  ///   plane to a line or a point, or shear it. Ask for `LinearConformal` instead.
   /// - A number that is no method: it is returned, and the warp stays.
   ///
   /// *Errors*: `std::bad_alloc`; the warp stays.

@@ -8,7 +8,12 @@
 
 namespace vlm {
 
+CImageWarp::CImageWarp() = default;
+CImageWarp::CImageWarp(const CImageWarp&) = default;
+CImageWarp::CImageWarp(CImageWarp&&) noexcept = default;
 CImageWarp::~CImageWarp() = default;
+CImageWarp& CImageWarp::operator=(const CImageWarp&) = default;
+CImageWarp& CImageWarp::operator=(CImageWarp&&) noexcept = default;
 
 // Not virtual: the virtual operations and their order are settled.
 void CImageWarp::TransformPoints(const RPoint* source, RPoint* target, std::size_t count) const {

@@ -29,7 +29,17 @@ namespace vlm {
 /// Any number of threads may transform points with one warp; `Calibrate` needs it alone.
 class VELUM_API CImageWarp {
  public:
+  /// Makes an uncalibrated warp.
+  CImageWarp();
+  /// Copies what has been fitted.
+  CImageWarp(const CImageWarp& other);
+  /// Takes what has been fitted over; `other` is to be calibrated before it is used again.
+  CImageWarp(CImageWarp&& other) noexcept;
   virtual ~CImageWarp();
+  /// Copies what has been fitted.
+  CImageWarp& operator=(const CImageWarp& other);
+  /// Takes what has been fitted over, as the construction does.
+  CImageWarp& operator=(CImageWarp&& other) noexcept;
 
   /// Returns a copy that the caller owns.
   [[nodiscard]] virtual CImageWarp* Clone() const = 0;

@@ -17,7 +17,14 @@ RPoint AffineImage(const RMatrix& affine, double x, double y) noexcept {
 
 }  // namespace
 
+CInverseDistanceSquared::CInverseDistanceSquared() = default;
+CInverseDistanceSquared::CInverseDistanceSquared(const CInverseDistanceSquared&) = default;
+CInverseDistanceSquared::CInverseDistanceSquared(CInverseDistanceSquared&&) noexcept = default;
 CInverseDistanceSquared::~CInverseDistanceSquared() = default;
+CInverseDistanceSquared& CInverseDistanceSquared::operator=(const CInverseDistanceSquared&) =
+    default;
+CInverseDistanceSquared& CInverseDistanceSquared::operator=(CInverseDistanceSquared&&) noexcept =
+    default;
 
 CImageWarp* CInverseDistanceSquared::Clone() const { return new CInverseDistanceSquared(*this); }
 

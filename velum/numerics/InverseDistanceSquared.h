@@ -22,10 +22,22 @@ namespace vlm {
 /// *Cost*: `Transform` takes a division for each control point.
 class VELUM_API CInverseDistanceSquared : public CImageWarp {
  public:
+  /// Makes an uncalibrated warp.
+  CInverseDistanceSquared();
+  /// Copies what has been fitted.
+  CInverseDistanceSquared(const CInverseDistanceSquared& other);
+  /// Takes what has been fitted over; `other` is to be calibrated before it is used again.
+  CInverseDistanceSquared(CInverseDistanceSquared&& other) noexcept;
   ~CInverseDistanceSquared() override;
+  /// Copies what has been fitted.
+  CInverseDistanceSquared& operator=(const CInverseDistanceSquared& other);
+  /// Takes what has been fitted over, as the construction does.
+  CInverseDistanceSquared& operator=(CInverseDistanceSquared&& other) noexcept;
   [[nodiscard]] CImageWarp* Clone() const override;
   [[nodiscard]] bool Calibrate(const RPoints& from, const RPoints& to) override;
-  /// Two control points at one place share it: the image is the mean of theirs.
+  /// - Two control points at one place share it: the image is the mean of theirs.
+  /// - A place so far away that the square of its distance from all control points is beyond all
+  ///   numbers, from 1.4e154 in scaled coordinates on: NaN, since no point has any weight.
   [[nodiscard]] RPoint Transform(const RPoint& p) const override;
 
   RMatrix Affine;     ///< Constant, factor of x, factor of y, for x and for y of the image; 3 by 2.

@@ -17,9 +17,9 @@
 ///   the same call. A form without it changes one operand instead, which may be the other one too.
 /// - Sums run in the order of the indices, in one accumulator that begins with 0, without fused
 ///   multiply-add: they have the same bits on every processor.
-/// - Nothing is thrown but `std::bad_alloc` and, from text, `boost::bad_lexical_cast`. Operands
-/// that
-///   are changed then are what they were, or sized already with contents that are undefined.
+/// - Nothing is thrown but `std::bad_alloc` and, from text, `boost::bad_lexical_cast`.
+///   Operands that are changed then are what they were, or sized already with contents that are
+///   undefined.
 
 #include <velum/numerics/MatrixArithmetic.h>
 #include <velum/numerics/MatrixFill.h>

@@ -54,7 +54,7 @@ VELUM_API void Initialize(RVector& v, const std::string& text);
 /// Reads a matrix from text: rows with `;` between them, numbers with `,` between them.
 ///
 /// - Empty elements and empty rows are passed over: `1,,2;;3` has the rows (1 2) and (3 0).
-/// - A row that is shorter than the longest one ends in zeros.
+/// - A row that is shorter than the longest one ends in zeros; one of commas alone is all zeros.
 /// - No element at all: the empty matrix.
 ///
 /// A number is what `boost::lexical_cast` takes for a `double`, with the point whatever the locale.

@@ -17,10 +17,16 @@
 namespace vlm {
 
 /// Copies row `i` into a vector.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ExtractRow(const RMatrix& a, unsigned i, RVector& out);
 /// Copies column `j` into a vector.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ExtractCol(const RMatrix& a, unsigned j, RVector& out);
 /// Copies the main diagonal into a vector.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ExtractDiagonal(const RMatrix& a, RVector& out);
 
 /// Copies as many elements of `v` as a row has into row `i`.
@@ -36,29 +42,53 @@ VELUM_API void Concatenate(RVector& v, const RVector& w);
 VELUM_API void Concatenate(const RVector& v, const RVector& w, RVector& out);
 
 /// Writes `a` with a further last column, `v`. The number of rows is that of `a`.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ConcatenateCols(const RMatrix& a, const RVector& v, RMatrix& out);
 /// Writes `a` with a further first column, `v`. The number of rows is that of `a`.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ConcatenateCols(const RVector& v, const RMatrix& a, RMatrix& out);
 /// Writes `a` and, to the right of it, `b`. The number of rows is that of `a`.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ConcatenateCols(const RMatrix& a, const RMatrix& b, RMatrix& out);
 /// Gives `a` a further last column, `v`.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ConcatenateCols(RMatrix& a, const RVector& v);
 /// Gives `a` a further first column, `v`.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ConcatenateCols(const RVector& v, RMatrix& a);
 /// Gives `a` the columns of `b` as further last ones.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ConcatenateCols(RMatrix& a, const RMatrix& b);
 
 /// Writes `a` with a further last row, `v`. The number of columns is that of `a`.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ConcatenateRows(const RMatrix& a, const RVector& v, RMatrix& out);
 /// Writes `a` with a further first row, `v`. The number of columns is that of `a`.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ConcatenateRows(const RVector& v, const RMatrix& a, RMatrix& out);
 /// Writes `a` and, below it, `b`. The number of columns is that of `a`.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ConcatenateRows(const RMatrix& a, const RMatrix& b, RMatrix& out);
 /// Gives `a` a further last row, `v`.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ConcatenateRows(RMatrix& a, const RVector& v);
 /// Gives `a` a further first row, `v`.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ConcatenateRows(const RVector& v, RMatrix& a);
 /// Gives `a` the rows of `b` as further last ones.
+///
+/// - An empty `a`: the result is empty.
 VELUM_API void ConcatenateRows(RMatrix& a, const RMatrix& b);
 
 /// Writes the matrix of blocks with `a` and `b` above, `c` and `d` below. It has as many rows as

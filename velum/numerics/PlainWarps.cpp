@@ -6,8 +6,19 @@
 
 namespace vlm {
 
+CTranslate::CTranslate() = default;
+CTranslate::CTranslate(const CTranslate&) = default;
+CTranslate::CTranslate(CTranslate&&) noexcept = default;
 CTranslate::~CTranslate() = default;
+CTranslate& CTranslate::operator=(const CTranslate&) = default;
+CTranslate& CTranslate::operator=(CTranslate&&) noexcept = default;
+
+CIdentityMap::CIdentityMap() = default;
+CIdentityMap::CIdentityMap(const CIdentityMap&) = default;
+CIdentityMap::CIdentityMap(CIdentityMap&&) noexcept = default;
 CIdentityMap::~CIdentityMap() = default;
+CIdentityMap& CIdentityMap::operator=(const CIdentityMap&) = default;
+CIdentityMap& CIdentityMap::operator=(CIdentityMap&&) noexcept = default;
 
 CImageWarp* CTranslate::Clone() const { return new CTranslate(*this); }
 CImageWarp* CIdentityMap::Clone() const { return new CIdentityMap(*this); }

@@ -1,15 +1,15 @@
 #include <velum/numerics/PlanarRegression.h>
 
-#include <cfloat>
+#include <velum/numerics/detail/Statistics.h>
+
 #include <cmath>
 #include <initializer_list>
-#include <limits>
 
 namespace vlm {
 namespace {
 
-constexpr double kTiny = FLT_MIN;
-constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+using detail::kTiny;
+using detail::kUnknown;
 
 double Quotient(double dividend, double divisor) noexcept {
   return divisor > kTiny ? dividend / divisor : kUnknown;

@@ -47,11 +47,40 @@ RVector ColumnOf(const RPoints& points) {
 
 }  // namespace
 
+CQuadraticPolynomial::CQuadraticPolynomial() = default;
+CQuadraticPolynomial::CQuadraticPolynomial(const CQuadraticPolynomial&) = default;
+CQuadraticPolynomial::CQuadraticPolynomial(CQuadraticPolynomial&&) noexcept = default;
 CQuadraticPolynomial::~CQuadraticPolynomial() = default;
+CQuadraticPolynomial& CQuadraticPolynomial::operator=(const CQuadraticPolynomial&) = default;
+CQuadraticPolynomial& CQuadraticPolynomial::operator=(CQuadraticPolynomial&&) noexcept = default;
+
+CGeneralLinear::CGeneralLinear() = default;
+CGeneralLinear::CGeneralLinear(const CGeneralLinear&) = default;
+CGeneralLinear::CGeneralLinear(CGeneralLinear&&) noexcept = default;
 CGeneralLinear::~CGeneralLinear() = default;
+CGeneralLinear& CGeneralLinear::operator=(const CGeneralLinear&) = default;
+CGeneralLinear& CGeneralLinear::operator=(CGeneralLinear&&) noexcept = default;
+
+CLinearConformal::CLinearConformal() = default;
+CLinearConformal::CLinearConformal(const CLinearConformal&) = default;
+CLinearConformal::CLinearConformal(CLinearConformal&&) noexcept = default;
 CLinearConformal::~CLinearConformal() = default;
+CLinearConformal& CLinearConformal::operator=(const CLinearConformal&) = default;
+CLinearConformal& CLinearConformal::operator=(CLinearConformal&&) noexcept = default;
+
+CMixedScale::CMixedScale() = default;
+CMixedScale::CMixedScale(const CMixedScale&) = default;
+CMixedScale::CMixedScale(CMixedScale&&) noexcept = default;
 CMixedScale::~CMixedScale() = default;
+CMixedScale& CMixedScale::operator=(const CMixedScale&) = default;
+CMixedScale& CMixedScale::operator=(CMixedScale&&) noexcept = default;
+
+CUniformScale::CUniformScale() = default;
+CUniformScale::CUniformScale(const CUniformScale&) = default;
+CUniformScale::CUniformScale(CUniformScale&&) noexcept = default;
 CUniformScale::~CUniformScale() = default;
+CUniformScale& CUniformScale::operator=(const CUniformScale&) = default;
+CUniformScale& CUniformScale::operator=(CUniformScale&&) noexcept = default;
 
 CImageWarp* CQuadraticPolynomial::Clone() const { return new CQuadraticPolynomial(*this); }
 CImageWarp* CGeneralLinear::Clone() const { return new CGeneralLinear(*this); }

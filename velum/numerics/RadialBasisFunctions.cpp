@@ -52,12 +52,49 @@ double PhiAt(RadialForm form, double dx, double dy) noexcept {
 
 }  // namespace
 
+CRadialBasisFunction::CRadialBasisFunction() = default;
+CRadialBasisFunction::CRadialBasisFunction(const CRadialBasisFunction&) = default;
+CRadialBasisFunction::CRadialBasisFunction(CRadialBasisFunction&&) noexcept = default;
 CRadialBasisFunction::~CRadialBasisFunction() = default;
+CRadialBasisFunction& CRadialBasisFunction::operator=(const CRadialBasisFunction&) = default;
+CRadialBasisFunction& CRadialBasisFunction::operator=(CRadialBasisFunction&&) noexcept = default;
+
+CThinPlateSpline::CThinPlateSpline() = default;
+CThinPlateSpline::CThinPlateSpline(const CThinPlateSpline&) = default;
+CThinPlateSpline::CThinPlateSpline(CThinPlateSpline&&) noexcept = default;
 CThinPlateSpline::~CThinPlateSpline() = default;
+CThinPlateSpline& CThinPlateSpline::operator=(const CThinPlateSpline&) = default;
+CThinPlateSpline& CThinPlateSpline::operator=(CThinPlateSpline&&) noexcept = default;
+
+CNaturalCubicSpline::CNaturalCubicSpline() = default;
+CNaturalCubicSpline::CNaturalCubicSpline(const CNaturalCubicSpline&) = default;
+CNaturalCubicSpline::CNaturalCubicSpline(CNaturalCubicSpline&&) noexcept = default;
 CNaturalCubicSpline::~CNaturalCubicSpline() = default;
+CNaturalCubicSpline& CNaturalCubicSpline::operator=(const CNaturalCubicSpline&) = default;
+CNaturalCubicSpline& CNaturalCubicSpline::operator=(CNaturalCubicSpline&&) noexcept = default;
+
+CMarcovSpline::CMarcovSpline() = default;
+CMarcovSpline::CMarcovSpline(const CMarcovSpline&) = default;
+CMarcovSpline::CMarcovSpline(CMarcovSpline&&) noexcept = default;
 CMarcovSpline::~CMarcovSpline() = default;
+CMarcovSpline& CMarcovSpline::operator=(const CMarcovSpline&) = default;
+CMarcovSpline& CMarcovSpline::operator=(CMarcovSpline&&) noexcept = default;
+
+CExponentialSpline::CExponentialSpline() = default;
+CExponentialSpline::CExponentialSpline(const CExponentialSpline&) = default;
+CExponentialSpline::CExponentialSpline(CExponentialSpline&&) noexcept = default;
 CExponentialSpline::~CExponentialSpline() = default;
+CExponentialSpline& CExponentialSpline::operator=(const CExponentialSpline&) = default;
+CExponentialSpline& CExponentialSpline::operator=(CExponentialSpline&&) noexcept = default;
+
+CRationalQuadraticSpline::CRationalQuadraticSpline() = default;
+CRationalQuadraticSpline::CRationalQuadraticSpline(const CRationalQuadraticSpline&) = default;
+CRationalQuadraticSpline::CRationalQuadraticSpline(CRationalQuadraticSpline&&) noexcept = default;
 CRationalQuadraticSpline::~CRationalQuadraticSpline() = default;
+CRationalQuadraticSpline& CRationalQuadraticSpline::operator=(const CRationalQuadraticSpline&) =
+    default;
+CRationalQuadraticSpline& CRationalQuadraticSpline::operator=(CRationalQuadraticSpline&&) noexcept =
+    default;
 
 CImageWarp* CThinPlateSpline::Clone() const { return new CThinPlateSpline(*this); }
 CImageWarp* CNaturalCubicSpline::Clone() const { return new CNaturalCubicSpline(*this); }

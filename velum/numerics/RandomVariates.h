@@ -22,7 +22,7 @@ VELUM_API void SeedRV(std::uint64_t seed) noexcept;
 
 /// Returns a variate of the uniform distribution from `a` to `b`, both included, of 32768 values.
 VELUM_API double UniformRV(double a, double b) noexcept;
-/// Returns a variate of the standard normal distribution, at most 4.56 away from 0.
+/// Returns a variate of the standard normal distribution, at most 4.561 away from 0.
 ///
 /// *Source:* G. E. P. Box and M. E. Muller, A Note on the Generation of Random Normal Deviates,
 /// Annals of Mathematical Statistics 29 (1958). *Cost:* two numbers of the generator.
@@ -32,7 +32,7 @@ VELUM_API double NormalRV(double mean, double stddev) noexcept;
 /// Returns a variate whose logarithm is normal; `mean` and `stddev` are those of the variate
 /// itself.
 ///
-/// - `mean` below 0: NaN.
+/// - `mean` not above 0: NaN.
 VELUM_API double LogNormalRV(double mean, double stddev) noexcept;
 
 }  // namespace vlm

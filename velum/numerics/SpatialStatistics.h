@@ -3,7 +3,9 @@
 /// \file
 /// Whether points in the plane cluster: statistics of their nearest neighbours.
 ///
-///     std::vector<boost::tuple<double, double, double>> points = ...;  // x, y, z
+///     std::vector<boost::tuple<double, double, double>> points;  // x, y, z
+///     points.emplace_back(1, 2, 0);
+///     points.emplace_back(2, 4, 1);
 ///     vlm::CSpatialStatistics stats;
 ///     vlm::Load(stats, points.begin(), points.end());
 ///     bool clustered = stats.ClarkEvansRatio < 1;

@@ -40,7 +40,7 @@ VELUM_API void Householder(RVector& v) noexcept;
 /// beyond its first element below the diagonal, there is no reflection, and e has that element
 /// without its sign: so Q T Q' is `a` with such elements made positive.
 ///
-/// *Cost:* 4 n^3 / 3 products.
+/// *Cost:* 5 n^3 / 3 products.
 VELUM_API bool TridiagonalDecomposition(RMatrix& a, RVector& d, RVector& e);
 
 }  // namespace vlm

@@ -1,24 +1,24 @@
 #include <velum/numerics/UnivariateStatistics.h>
 
 #include <velum/numerics/detail/RankPartition.h>
+#include <velum/numerics/detail/Statistics.h>
 
 #include <boost/numeric/conversion/cast.hpp>
 
 #include <algorithm>
-#include <cfloat>
 #include <cmath>
 #include <iomanip>
-#include <memory>
 #include <ostream>
 #include <span>
+#include <utility>
 
 namespace vlm {
 namespace {
 
 using Stats = CUnivariateStatistics;
+using detail::kTiny;
+using detail::kUnknown;
 
-constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
-constexpr double kTiny = FLT_MIN;
 constexpr std::size_t kMostPairwise = 25000;
 
 // In the order of the report.
@@ -118,14 +118,18 @@ void LoadOrderStatistics(Stats& stats, std::span<const double> values, const Ran
   stats.Percentile_90 = values[at.p90];
   stats.Percentile_95 = values[at.p95];
   stats.Percentile_99 = values[at.p99];
-  stats.Minimum = *std::ranges::min_element(values.first(at.p01 + 1));
-  stats.Maximum = *std::ranges::max_element(values.subspan(at.p99));
+  const auto lowest = values.first(at.p01 + 1);
+  const auto highest = values.subspan(at.p99);
+  stats.Minimum = *std::min_element(lowest.begin(), lowest.end());
+  stats.Maximum = *std::max_element(highest.begin(), highest.end());
 
   const bool even = values.size() % 2 == 0;
   stats.Median = even ? (values[at.p50] + values[at.p50 + 1]) * 0.5 : values[at.p50];
   if (std::isfinite(stats.Median)) {
     stats.MedianAbsDev =
         detail::MeanDistanceAtRanks(values, stats.Median, at.p50, even ? at.p50 + 1 : at.p50);
+  } else if (std::isfinite(stats.Minimum) && std::isfinite(stats.Maximum)) {
+    stats.MedianAbsDev = std::abs(stats.Median);  // the mean of two large ones is beyond double
   }
 }
 

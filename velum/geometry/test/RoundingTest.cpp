@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cfloat>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -120,6 +121,9 @@ TEST(ExpandSingularLimits, WidensOnlyWhatHasNoWidth) {
       {0, -4, -0.001, 0.001},
       {-5, -5, -5.001, -4.999},
       {INFINITY, INFINITY, INFINITY, INFINITY},
+      {1e308, 1e308, 9.99e307, 1.001e308},
+      {DBL_MAX, DBL_MAX, 1.797e308, DBL_MAX},
+      {-DBL_MAX, -DBL_MAX, -DBL_MAX, -1.797e308},
   };
   for (const Row& row : rows) {
     double low = row.low;

@@ -35,8 +35,8 @@ std::vector<Site> SitesOf(Points points) {
 // The least difference of the value at `i` to those beside it; the values ascend.
 template <class ValueAt>
 double LeastDifferenceBeside(std::size_t i, std::size_t count, ValueAt valueAt) {
-  const double below = i > 0 ? valueAt(i) - valueAt(i - 1) : kInfinity;
-  const double above = i + 1 < count ? valueAt(i + 1) - valueAt(i) : kInfinity;
+  const double below = i > 0 ? std::abs(valueAt(i) - valueAt(i - 1)) : kInfinity;
+  const double above = i + 1 < count ? std::abs(valueAt(i + 1) - valueAt(i)) : kInfinity;
   return std::min(below, above);
 }
 
@@ -128,9 +128,10 @@ class Search {
       return std::abs(z - ZAt(site.first));
     }
     const Points at = points_.subspan(site.first, site.count);
-    const auto above = std::ranges::partition_point(at, [&](const Point& p) { return ZOf(p) < z; });
-    const double up = above != at.end() ? ZOf(*above) - z : kInfinity;
-    const double down = above != at.begin() ? z - ZOf(*std::prev(above)) : kInfinity;
+    const auto above =
+        std::partition_point(at.begin(), at.end(), [&](const Point& p) { return ZOf(p) < z; });
+    const double up = above != at.end() ? std::abs(ZOf(*above) - z) : kInfinity;
+    const double down = above != at.begin() ? std::abs(z - ZOf(*std::prev(above))) : kInfinity;
     return std::min(up, down);
   }
 
@@ -141,16 +142,17 @@ class Search {
 
 // Where no squared distance is finite, all others are neighbours.
 void SeparateFarPoints(Points points, NearestNeighbours& out) {
-  if (points.size() < 2 ||
-      std::ranges::none_of(out.distances, [](double d) { return std::isinf(d); })) {
+  if (points.size() < 2 || std::none_of(out.distances.begin(), out.distances.end(),
+                                        [](double d) { return std::isinf(d); })) {
     return;
   }
   std::vector<double> heights(points.size());
-  std::ranges::transform(points, heights.begin(), ZOf);
-  std::ranges::sort(heights);
+  std::transform(points.begin(), points.end(), heights.begin(), ZOf);
+  std::sort(heights.begin(), heights.end());
   for (std::size_t i = 0; i < points.size(); ++i) {
     if (std::isinf(out.distances[i])) {
-      const auto at = std::ranges::lower_bound(heights, ZOf(points[i])) - heights.begin();
+      const auto at =
+          std::lower_bound(heights.begin(), heights.end(), ZOf(points[i])) - heights.begin();
       out.separations[i] = LeastDifferenceBeside(static_cast<std::size_t>(at), heights.size(),
                                                  [&](std::size_t k) { return heights[k]; });
     }

@@ -96,7 +96,7 @@ void PartitionAtRanks(std::span<double> values, std::span<const std::size_t> ran
     end += sizes[b];
   }
 
-  const auto parted = std::make_unique_for_overwrite<double[]>(count);
+  const auto parted = std::unique_ptr<double[]>(new double[count]);
   std::vector<std::size_t> ends = begins;
   for (const double value : values) {
     parted[ends[regionOf[buckets.Of(value)]]++] = value;
@@ -122,7 +122,7 @@ double MeanDistanceAtRanks(std::span<const double> values, double centre, std::s
     low = at > kMargin ? sample[at - kMargin] : 0;
     high = at + kMargin < kSampleSize ? sample[at + kMargin] : INFINITY;
   }
-  const auto near = std::make_unique_for_overwrite<double[]>(count);
+  const auto near = std::unique_ptr<double[]>(new double[count]);
   std::size_t below = 0;
   std::size_t found = 0;
   for (std::size_t i = 0; i < count; ++i) {

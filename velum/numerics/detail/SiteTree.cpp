@@ -1,16 +1,12 @@
 #include <velum/numerics/detail/SiteTree.h>
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <utility>
 
 namespace vlm::detail {
 
 namespace {
-
-// Tiles of this many sites are cut along their longer side; larger parts along one axis.
-constexpr std::uint32_t kTile = 64;
 
 Extent Around(const Extent& a, const Extent& b) noexcept {
   return {std::min(a.minX, b.minX), std::min(a.minY, b.minY), std::max(a.maxX, b.maxX),
@@ -30,12 +26,10 @@ constexpr auto kLiesBelow = [](const Site& a, const Site& b) noexcept { return a
 
 }  // namespace
 
-SiteTree::SiteTree(std::vector<Site> sites)
-    : sites_(std::move(sites)),
-      strip_(static_cast<std::uint32_t>(std::sqrt(static_cast<double>(sites_.size()) * kTile))) {
+SiteTree::SiteTree(std::vector<Site> sites) : sites_(std::move(sites)) {
   const std::size_t leaves = (sites_.size() + kLeafSize - 1) / kLeafSize;
   nodes_.reserve(2 * leaves);
-  Split(0, static_cast<std::uint32_t>(sites_.size()), Sorted::kByX);
+  Split(0, static_cast<std::uint32_t>(sites_.size()));
   places_.resize(leaves);
   for (std::size_t leaf = 0; leaf < leaves; ++leaf) {
     for (std::size_t k = 0; k < kLeafSize; ++k) {
@@ -49,32 +43,24 @@ SiteTree::SiteTree(std::vector<Site> sites)
   }
 }
 
-Extent SiteTree::Split(std::uint32_t begin, std::uint32_t end, Sorted sorted) {
+void SiteTree::Split(std::uint32_t begin, std::uint32_t end) {
   const std::span<Site> part = std::span(sites_).subspan(begin, end - begin);
+  const Extent extent = ExtentOf(part);
   const std::size_t at = nodes_.size();
-  nodes_.push_back({{}, begin, end, 0});
+  nodes_.push_back({extent, begin, end, 0});
   if (part.size() <= kLeafSize) {
-    return nodes_[at].extent = ExtentOf(part);
-  }
-  if (sorted == Sorted::kByX && part.size() <= strip_) {
-    std::ranges::sort(part, kLiesBelow);
-    sorted = Sorted::kByY;
+    return;
   }
   const auto half =
       static_cast<std::uint32_t>((part.size() / 2 + kLeafSize - 1) / kLeafSize * kLeafSize);
-  if (part.size() <= kTile) {
-    const Extent extent = ExtentOf(part);
-    const bool wide = extent.maxX - extent.minX > extent.maxY - extent.minY;
-    if (wide) {
-      std::ranges::nth_element(part, part.begin() + half, kLiesBefore);
-    } else {
-      std::ranges::nth_element(part, part.begin() + half, kLiesBelow);
-    }
+  if (extent.maxX - extent.minX > extent.maxY - extent.minY) {
+    std::nth_element(part.begin(), part.begin() + half, part.end(), kLiesBefore);
+  } else {
+    std::nth_element(part.begin(), part.begin() + half, part.end(), kLiesBelow);
   }
-  const Extent first = Split(begin, begin + half, sorted);
+  Split(begin, begin + half);
   nodes_[at].upper = static_cast<std::uint32_t>(nodes_.size());
-  const Extent second = Split(begin + half, end, sorted);
-  return nodes_[at].extent = Around(first, second);
+  Split(begin + half, end);
 }
 
 }  // namespace vlm::detail

@@ -44,10 +44,8 @@ struct Site {
   [[nodiscard]] Extent Place() const noexcept { return {x, y, x, y}; }
 };
 
-/// Sites in leaves of eight, the last one of eight or fewer.
-///
-/// Strips along y, of equal numbers, are cut into tiles, and these along their longer side into
-/// leaves: two sorts, and hardly anything else to order.
+/// Sites in leaves of eight, the last one of eight or fewer: halved along the longer side of their
+/// rectangle until then, so that leaves are no longer than they have to be, wherever the sites lie.
 class SiteTree {
  public:
   static constexpr std::size_t kLeafSize = 8;
@@ -68,7 +66,7 @@ class SiteTree {
     std::array<double, kLeafSize> y;
   };
 
-  /// Orders the sites into leaves. There is one at least, and they are sorted by x.
+  /// Orders the sites into leaves. There is one at least.
   explicit SiteTree(std::vector<Site> sites);
 
   /// The nodes, the root first.
@@ -90,7 +88,8 @@ class SiteTree {
     std::uint32_t at = 0;
     for (;;) {
       const Node& node = nodes_[at];
-      if (node.extent.SquaredGap(extent) <= limit()) {
+      // A gap between sites too far apart for a double may be NaN.
+      if (!(node.extent.SquaredGap(extent) > limit())) {
         if (!node.IsLeaf()) {
           stack[depth++] = node.upper;
           ++at;
@@ -106,12 +105,9 @@ class SiteTree {
   }
 
  private:
-  enum class Sorted { kByX, kByY };
-
-  Extent Split(std::uint32_t begin, std::uint32_t end, Sorted sorted);
+  void Split(std::uint32_t begin, std::uint32_t end);
 
   std::vector<Site> sites_;
-  std::uint32_t strip_;  // no more sites than this are sorted along y
   std::vector<Node> nodes_;
   std::vector<Places> places_;
 };

@@ -69,6 +69,8 @@ TEST(ImageRegistration, TakesTheFirstMethodThatFits) {
       {"a line has no quadratic", line, QuadraticPolynomial, LinearConformal},
       {"a line has two scales", line, MixedScale, MixedScale},
       {"an upright line has not", upright, MixedScale, UniformScale},
+      {"a line has a spline", line, ThinPlateSpline, ThinPlateSpline},
+      {"points at one place have one", stack, ThinPlateSpline, ThinPlateSpline},
       {"points at one place", stack, LinearConformal, Translate},
       {"points at one place", stack, MixedScale, Translate},
       {"a NaN", broken, ThinPlateSpline, IdentityMap},

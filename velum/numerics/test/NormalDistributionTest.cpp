@@ -1,8 +1,11 @@
 #include <velum/numerics/NormalDistribution.h>
 
+#include <boost/math/special_functions/erf.hpp>
+#include <boost/multiprecision/cpp_bin_float.hpp>
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 
 namespace vlm {
 namespace {
@@ -85,6 +88,62 @@ TEST(NormalDistribution, QuantilesAreThoseOfManyDigits) {
   EXPECT_EQ(GaussianInv(1), INFINITY);
   for (const double p : {-1e-300, 1.5, double{NAN}}) {
     EXPECT_TRUE(std::isnan(GaussianInv(p))) << p;
+  }
+}
+
+using Digits = boost::multiprecision::cpp_bin_float_50;
+
+Digits ProbabilityOf(const Digits& x) {
+  return boost::math::erfc(Digits(-x / sqrt(Digits(2)))) / 2;
+}
+
+// The quantile of a probability: some steps of Newton's method on its logarithm from `x`.
+Digits QuantileOf(double probability, Digits x) {
+  const Digits rootOfTwoPi = sqrt(2 * boost::math::constants::pi<Digits>());
+  for (int i = 0; i < 3; ++i) {
+    const Digits found = ProbabilityOf(x);
+    x -= (log(found) - log(Digits(probability))) * found * rootOfTwoPi * exp(x * x / 2);
+  }
+  return x;
+}
+
+constexpr int kArguments = 100;  // at random, in each range
+
+TEST(NormalDistribution, ProbabilitiesHaveTheErrorsOfEachRange) {
+  const struct {
+    double from, to, error;
+  } rows[] = {{-37, -7.0711, 1e-8}, {-7.071, -5, 3e-9}, {-5, -1, 5e-11}, {-1, 8, 2.5e-15}};
+  std::mt19937_64 random(10);
+  for (const auto& row : rows) {
+    std::uniform_real_distribution<double> argument(row.from, row.to);
+    for (int i = 0; i < kArguments; ++i) {
+      const double x = argument(random);
+      const Digits exact = ProbabilityOf(x);
+      EXPECT_LE(abs(Digits((GaussianCDF(x) - exact) / exact)), row.error) << x;
+    }
+  }
+  EXPECT_EQ(GaussianCDF(-37.0001), 0) << "3e-300 and less";
+}
+
+TEST(NormalDistribution, QuantilesHaveTheErrorsOfEachRange) {
+  const struct {
+    double from, to;  // the decimal exponents of the probability, or of what it is below a half
+    bool belowHalf;
+    double relative, absolute;
+  } rows[] = {{-323, -299.3, false, 2e-9, 0},
+              {-299.2, -100, false, 2.5e-14, 0},
+              {-100, -1.62, false, 1.6e-10, 0},
+              {-13, -0.33, true, 0, 1.5e-15}};
+  std::mt19937_64 random(11);
+  for (const auto& row : rows) {
+    std::uniform_real_distribution<double> exponent(row.from, row.to);
+    for (int i = 0; i < kArguments; ++i) {
+      const double p = std::pow(10, exponent(random));
+      const double probability = row.belowHalf ? 0.5 - p : p;
+      const double x = GaussianInv(probability);
+      const Digits exact = QuantileOf(probability, x);
+      EXPECT_LE(abs(Digits(x - exact)), abs(exact) * row.relative + row.absolute) << probability;
+    }
   }
 }
 

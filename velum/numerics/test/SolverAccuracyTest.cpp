@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -105,10 +106,16 @@ RVector RightHandSide(unsigned n) {
   return b;
 }
 
+std::string Text(double x) {
+  std::ostringstream text;
+  text << x;
+  return text.str();
+}
+
 class Worst {
  public:
   explicit Worst(const char* what) : what_(what) {}
-  ~Worst() { ::testing::Test::RecordProperty(what_, std::to_string(largest_)); }
+  ~Worst() { ::testing::Test::RecordProperty(what_, Text(largest_)); }
   void Take(double error, double limit) {
     if (!(error <= largest_)) largest_ = error;
     EXPECT_LE(error, limit) << what_;
@@ -120,7 +127,8 @@ class Worst {
 };
 
 TEST(SolverAccuracy, FactorsOfDefiniteMatricesMakeThemAgain) {
-  Worst cholesky("Cholesky"), solve("CholeskySolve"), symmetric("SymmetricSolve");
+  Worst cholesky("Cholesky"), solve("CholeskySolve"), factors("SymmetricDecomposition"),
+      symmetric("SymmetricSolve");
   for (const Case& c : Cases(1)) {
     SCOPED_TRACE(c.name);
     const unsigned n = c.a.nRows();
@@ -134,19 +142,26 @@ TEST(SolverAccuracy, FactorsOfDefiniteMatricesMakeThemAgain) {
     }
     RMatrix turned;
     Transpose(l, turned);
-    cholesky.Take(Distance(c.a, l, turned, LInfNorm(c.a)), 0.1);
-    solve.Take(BackwardError(c.a, x, b), 0.1);
+    cholesky.Take(Distance(c.a, l, turned, LInfNorm(c.a)), 0.02);
+    solve.Take(BackwardError(c.a, x, b), 0.02);
     l = c.a;
     ASSERT_TRUE(SymmetricDecomposition(l));
     x = b;
     SymmetricSolve(l, x);
-    symmetric.Take(BackwardError(c.a, x, b), 0.1);
+    symmetric.Take(BackwardError(c.a, x, b), 0.03);
+    RMatrix ld(n, n);
+    Eye(turned, n, n);
+    for (unsigned i = 0; i < n; ++i) {
+      for (unsigned j = 0; j < i; ++j) ld(i, j) = (turned(j, i) = l(i, j)) * l(j, j);
+      ld(i, i) = l(i, i);
+    }
+    factors.Take(Distance(c.a, ld, turned, LInfNorm(c.a)), 0.015);
   }
 }
 
 TEST(SolverAccuracy, EliminationAndEigenvectors) {
   Worst gauss("GaussSolve"), values("A V - V S"), orthogonal("V'V - 1"),
-      general("GeneralizedSolve, condition to 1e6");
+      general("GeneralizedSolve, condition to 1e7");
   for (const double sign : {1.0, -1.0}) {
     for (const Case& c : Cases(sign)) {
       SCOPED_TRACE(c.name);
@@ -155,7 +170,7 @@ TEST(SolverAccuracy, EliminationAndEigenvectors) {
       RMatrix a = c.a;
       RVector x = b;
       ASSERT_TRUE(GaussSolve(a, x));
-      gauss.Take(BackwardError(c.a, x, b), 0.1);
+      gauss.Take(BackwardError(c.a, x, b), 0.05);
       RMatrix v = c.a;
       RVector s;
       ASSERT_TRUE(CyclicJacobi(v, s));
@@ -164,14 +179,14 @@ TEST(SolverAccuracy, EliminationAndEigenvectors) {
         for (unsigned j = 0; j < n; ++j) vs(i, j) *= s(j);
         EXPECT_LE(std::abs(s(i)), std::abs(s(i > 0 ? i - 1 : 0)));
       }
-      values.Take(Distance(vs, c.a, v, FNorm(c.a)), 1);
+      values.Take(Distance(vs, c.a, v, FNorm(c.a)), 0.3);
       RMatrix turned, one;
       Transpose(v, turned);
       Eye(one, n, n);
       orthogonal.Take(Distance(one, turned, v, 1), 2);
       if (std::abs(s(n - 1)) < 1e-7 * std::abs(s(0))) continue;
       ASSERT_TRUE(GeneralizedSolve(c.a, b, x));
-      general.Take(BackwardError(c.a, x, b), 1);
+      general.Take(BackwardError(c.a, x, b), 0.12);
     }
   }
 }
@@ -204,12 +219,12 @@ TEST(SolverAccuracy, TridiagonalForms) {
       RMatrix qt, turned;
       Product(q, t, qt);
       Transpose(q, turned);
-      reduced.Take(Distance(c.a, qt, turned, FNorm(c.a)), 1);
+      reduced.Take(Distance(c.a, qt, turned, FNorm(c.a)), 0.12);
       if (sign < 0) continue;  // without exchanges of rows, only definite matrices are safe
       const RVector b = RightHandSide(n);
       RVector x = b;
       ASSERT_TRUE(TridiagonalSolve(q, d, e, x));
-      solve.Take(BackwardError(c.a, x, b), 1);
+      solve.Take(BackwardError(c.a, x, b), 0.1);
     }
   }
 }
@@ -240,7 +255,7 @@ TEST(SolverAccuracy, AasensFactors) {
     }
     Product(l, t, lt);
     Transpose(l, turned);
-    aasen.Take(Distance(exchanged, lt, turned, LInfNorm(c.a)), 1);
+    aasen.Take(Distance(exchanged, lt, turned, LInfNorm(c.a)), 0.03);
   }
 }
 
@@ -260,7 +275,7 @@ TEST(SolverAccuracy, LeastSquares) {
     RMatrix q = tall;
     RVector residual = b;
     ASSERT_TRUE(MGSLeastSquares(q, x, residual));
-    exact.Take(BackwardError(tall, x, b), 1);
+    exact.Take(BackwardError(tall, x, b), 0.25);
     b = RightHandSide(3 * n);
     q = tall;
     residual = b;
@@ -275,7 +290,7 @@ TEST(SolverAccuracy, LeastSquares) {
     for (const long double sum : along) largest = std::max(largest, std::abs(sum));
     const double size = FNorm(tall);
     const auto error = static_cast<double>(largest / size / (size * L2Norm(x) + L2Norm(b)));
-    normal.Take(error / kEpsilon / n, 1);
+    normal.Take(error / kEpsilon / n, 0.015);
   }
 }
 
@@ -304,18 +319,100 @@ TEST(SolverAccuracy, SystemsWithConstraints) {
     Product(c, x, none);
     return std::max(LInfNorm(left) / LInfNorm(b), LInfNorm(none) / LInfNorm(x));
   };
+  Worst gradients("CPDSolve, of the data"), vectors("AlternateSolve, a vector, of the data"),
+      matrices("AlternateSolve, a matrix, of the data");
   RVector x(kPoints), y;
   ASSERT_TRUE(CPDSolve(a, c, b, x, y));
-  EXPECT_LE(error(x, y), 1e-8);
+  gradients.Take(error(x, y), 4e-9);
   ASSERT_TRUE(AlternateSolve(a, c, b, x, y));
-  EXPECT_LE(error(x, y), 1e-10);
+  vectors.Take(error(x, y), 4e-11);
   RMatrix xs, ys, bs(kPoints, 2);
   AssignCol(b, 1, bs);
   ASSERT_TRUE(AlternateSolve(a, c, bs, xs, ys));
   ExtractCol(xs, 1, x);
   ExtractCol(ys, 1, y);
-  EXPECT_LE(error(x, y), 1e-10);
+  matrices.Take(error(x, y), 4e-11);
   EXPECT_TRUE(xs(0, 0) == 0 && ys(0, 0) == 0);
+}
+
+// Cramer's rule, where the determinant is not small.
+TEST(SolverAccuracy, ThreeEquations) {
+  Worst cramer("Solve3x3");
+  std::mt19937 random(41);
+  for (int i = 0; i < 1000;) {
+    const RMatrix a = Normal(3, 3, random);
+    const RVector b = RightHandSide(3);
+    RVector x(3);
+    double det = 0;
+    for (unsigned j = 0; j < 3; ++j) {
+      const unsigned k = (j + 1) % 3;
+      const unsigned l = (j + 2) % 3;
+      det += a(0, j) * (a(1, k) * a(2, l) - a(1, l) * a(2, k));
+    }
+    if (det < 0.1) continue;
+    ASSERT_TRUE(Solve3x3(a, b, x));
+    ++i;
+    cramer.Take(BackwardError(a, x, b), 2);
+  }
+}
+
+// The last row is the sum of the others, exactly or but for rounding; the system has a solution.
+TEST(SolverAccuracy, ARowThatDependsOnTheOthers) {
+  constexpr unsigned n = 10;
+  Worst gauss("GaussSolve, singular"), symmetric("SymmetricSolve, singular"),
+      general("GeneralizedSolve, singular");
+  std::mt19937 random(43);
+  const auto close = [](RMatrix& a) {
+    for (unsigned j = 0; j < n; ++j) {
+      a(n - 1, j) = 0;
+      for (unsigned i = 0; i + 1 < n; ++i) a(n - 1, j) += a(i, j);
+    }
+  };
+  RVector ones, b, x;
+  Ones(ones, n);
+  for (const bool isExact : {true, false}) {
+    SCOPED_TRACE(isExact ? "whole numbers" : "fractions");
+    int eliminated = 0;
+    int factored = 0;
+    for (int i = 0; i < 100; ++i) {
+      RMatrix any(n, n), definite;
+      for (double& number : any) {
+        number = static_cast<double>(random() % 19) - 9;
+        if (!isExact) number /= 7;
+      }
+      for (unsigned k = 0; k < n; ++k) any(n - 1, k) = 0;
+      OuterProduct(any, any, definite);
+      close(any);
+      close(definite);
+      for (unsigned k = 0; k + 1 < n; ++k) definite(k, n - 1) = definite(n - 1, k);
+      definite(n - 1, n - 1) = 0;
+      for (unsigned k = 0; k + 1 < n; ++k) definite(n - 1, n - 1) += definite(n - 1, k);
+
+      Product(any, ones, b);
+      RMatrix used = any;
+      x = b;
+      if (GaussSolve(used, x)) {
+        ++eliminated;
+        gauss.Take(BackwardError(any, x, b), 0.1);
+      }
+      used = any;
+      RVector residual = b;
+      EXPECT_FALSE(MGSLeastSquares(used, x, residual));
+      Product(definite, ones, b);
+      used = definite;
+      if (SymmetricDecomposition(used)) {
+        ++factored;
+        x = b;
+        SymmetricSolve(used, x);
+        symmetric.Take(BackwardError(definite, x, b), 0.05);
+      }
+      ASSERT_TRUE(GeneralizedSolve(definite, b, x));
+      general.Take(BackwardError(definite, x, b), 1);
+    }
+    // The last pivot is rounding: seldom exactly 0 or below epsilon.
+    EXPECT_EQ(eliminated, isExact ? 96 : 90);
+    EXPECT_EQ(factored, isExact ? 60 : 59);
+  }
 }
 
 }  // namespace

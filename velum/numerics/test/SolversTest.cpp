@@ -168,7 +168,7 @@ TEST(Solvers, WithNothingToSolveNothingIsRead) {
   Householder(v);
   EXPECT_TRUE(TridiagonalSolve(v, w, z) && TridiagonalSolve(a, v, w, z));
   EXPECT_TRUE(TridiagonalDecomposition(a, v, w));
-  EXPECT_TRUE(GaussSolve(a, v));
+  EXPECT_TRUE(GaussSolve(a, v) && Solve3x3(a, v, v));
   EXPECT_TRUE(MGSLeastSquares(a, v, w) && MGSLeastSquares(a, x, y));
   CPDProject(a, x, v, w);
   EXPECT_TRUE(CPDSolve(a, x, v, w, z));

@@ -1,5 +1,7 @@
 #include <velum/numerics/SpatialStatistics.h>
 
+#include <testing/FailingAllocations.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -80,6 +82,31 @@ TEST(SpatialStatistics, WhatCannotBeToldIsNaN) {
   Load(cleared, none.begin(), none.end());
   EXPECT_EQ(cleared.Count, 0u);
   EXPECT_TRUE(std::isnan(cleared.Density));
+}
+
+TEST(SpatialStatistics, AFailedAllocationIsNotTheEnd) {
+  if (!testing::kAllocationsCanFail) {
+    GTEST_SKIP() << "the sanitizer keeps operator new to itself";
+  }
+  std::mt19937_64 random(9);
+  std::uniform_real_distribution<double> unit;
+  Points points;
+  for (int i = 0; i < 5000; ++i) points.emplace_back(unit(random), unit(random), unit(random));
+  int failures = 0;
+  CSpatialStatistics stats;
+  double mean = 0;
+  for (std::size_t succeeding = 0; succeeding < 60; ++succeeding) {
+    try {
+      const testing::FailingAllocations failing(succeeding, 1);
+      Load(stats, points.begin(), points.end());
+    } catch (const std::bad_alloc&) {
+      ++failures;
+    }
+    Load(stats, points.begin(), points.end());
+    ASSERT_TRUE(mean == 0 || stats.NearestDistance.Mean == mean) << succeeding;
+    mean = stats.NearestDistance.Mean;
+  }
+  EXPECT_GT(failures, 5);
 }
 
 }  // namespace

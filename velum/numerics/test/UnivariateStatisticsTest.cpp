@@ -135,6 +135,10 @@ TEST(UnivariateStatistics, WhatCannotBeToldIsNaN) {
        {&Stats::Median, &Stats::Minimum},
        {&Stats::Sum, &Stats::Mean},
        "infinities"},
+      {{1.5e308, 1.6e308},
+       {&Stats::MedianAbsDev, &Stats::AvgAbsDev},
+       {},
+       "a median that overflows"},
       {{1, 2, INFINITY, INFINITY}, {&Stats::Sum}, {&Stats::MedianAbsDev}, "an infinite median"},
   };
   for (const auto& row : rows) {
@@ -252,6 +256,26 @@ TEST(UnivariateStatistics, MeanDifferenceIsThatOfAllPairs) {
     }
     const auto expected = static_cast<double>(2 * sum / (2000.0L * 1999));
     EXPECT_NEAR(StatisticsOf(sample).MeanDiff, expected, expected * 1e-12);
+  }
+}
+
+TEST(UnivariateStatistics, DoNotDependOnTheOrderOfTheSample) {
+  for (const std::size_t n : {1000u, 40000u}) {
+    Sample sample = Generated(n, [](double u) { return std::exp(3 * u); });
+    const CUnivariateStatistics first = StatisticsOf(sample);
+    std::shuffle(sample.begin(), sample.end(), std::mt19937(n));
+    const CUnivariateStatistics other = StatisticsOf(sample);
+    EXPECT_EQ(other.Histogram, first.Histogram);
+    const auto before = FiguresOf(first);
+    const auto after = FiguresOf(other);
+    for (std::size_t i = 0; i < before.size(); ++i) {
+      const bool ordered =
+          i < 11 || before[i].first == "Median" || before[i].first == "MedianAbsDev";
+      const double error = ordered ? 0 : 1e-12 * std::abs(before[i].second);
+      if (!std::isnan(before[i].second)) {
+        EXPECT_NEAR(after[i].second, before[i].second, error) << before[i].first;
+      }
+    }
   }
 }
 

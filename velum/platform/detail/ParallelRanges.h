@@ -12,7 +12,8 @@ namespace vlm::detail {
 /// of them at once, and returns when all have returned.
 ///
 /// A part has about `grain` elements or more. What the caller did before is seen by each call, and
-/// what the calls did is seen by the caller. `body` throws nothing.
+/// what the calls did is seen by the caller. `body` throws nothing. Where there is no memory for
+/// threads, it is called once for the whole range, whatever it did by then.
 void ForRanges(std::size_t count, std::size_t grain,
                const std::function<void(std::size_t begin, std::size_t end)>& body);
 
