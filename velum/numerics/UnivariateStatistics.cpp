@@ -6,6 +6,7 @@
 #include <boost/numeric/conversion/cast.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <iomanip>
 #include <ostream>
@@ -81,20 +82,23 @@ struct Ranks {
   std::size_t p01, p05, p10, p25, p50, p75, p90, p95, p99;
 };
 
-double SumOf(std::span<const double> values) noexcept {
-  double sum = 0;
-  for (const double x : values) {
-    sum += x;
-  }
-  return sum;
-}
+using Values = std::span<const double>;
 
-double MeanOf(std::span<const double> values) noexcept {
-  return SumOf(values) / static_cast<double>(values.size());
+// Three sums side by side, each from left to right: one alone would wait for each of its additions.
+std::array<double, 3> SumsOf(const std::array<Values, 3>& parts) noexcept {
+  std::array<double, 3> sums{};
+  const std::size_t common = std::min({parts[0].size(), parts[1].size(), parts[2].size()});
+  for (std::size_t i = 0; i < common; ++i) {
+    for (std::size_t k = 0; k < sums.size(); ++k) sums[k] += parts[k][i];
+  }
+  for (std::size_t k = 0; k < sums.size(); ++k) {
+    for (const double x : parts[k].subspan(common)) sums[k] += x;
+  }
+  return sums;
 }
 
 // The values from one rank to another, both included.
-std::span<const double> Between(std::span<const double> values, std::size_t from, std::size_t to) {
+Values Between(Values values, std::size_t from, std::size_t to) {
   return values.subspan(from, to - from + 1);
 }
 
@@ -108,7 +112,7 @@ void OrderAtRanks(std::span<double> values, const Ranks& at) {
   detail::PartitionAtRanks(values, ranks);
 }
 
-void LoadOrderStatistics(Stats& stats, std::span<const double> values, const Ranks& at) {
+void LoadOrderStatistics(Stats& stats, Values values, const Ranks& at) {
   stats.Percentile_01 = values[at.p01];
   stats.Percentile_05 = values[at.p05];
   stats.Percentile_10 = values[at.p10];
@@ -133,7 +137,7 @@ void LoadOrderStatistics(Stats& stats, std::span<const double> values, const Ran
   }
 }
 
-void LoadSums(Stats& stats, std::span<const double> values) {
+void LoadSums(Stats& stats, Values values) {
   double sum = 0;
   double sumSquare = 0;
   double sumAbs = 0;
@@ -147,7 +151,7 @@ void LoadSums(Stats& stats, std::span<const double> values) {
   stats.SumAbs = sumAbs;
 }
 
-void LoadMeans(Stats& stats, std::span<const double> values, const Ranks& at) {
+void LoadMeans(Stats& stats, Values values, const Ranks& at) {
   const auto n = static_cast<double>(values.size());
   stats.Mean = stats.Sum / n;
   if (stats.Minimum > kTiny) {
@@ -164,12 +168,15 @@ void LoadMeans(Stats& stats, std::span<const double> values, const Ranks& at) {
   if (stats.MeanSquare > 0) {
     stats.RootMeanSquare = std::sqrt(stats.MeanSquare);
   }
+  const Values trimmed = Between(values, at.p05, at.p95);
+  const Values middle = Between(values, at.p25, at.p75);
+  const auto [trimmedSum, middleSum, inner] =
+      SumsOf({trimmed, middle, values.subspan(at.p10, at.p90 - at.p10)});
   if (values.size() >= 20) {
-    stats.TrimMean = MeanOf(Between(values, at.p05, at.p95));
+    stats.TrimMean = trimmedSum / static_cast<double>(trimmed.size());
   }
-  stats.InterQuartileMean = MeanOf(Between(values, at.p25, at.p75));
+  stats.InterQuartileMean = middleSum / static_cast<double>(middle.size());
   stats.Midrange = (stats.Minimum + stats.Maximum) * 0.5;
-  const double inner = SumOf(values.subspan(at.p10, at.p90 - at.p10));
   const auto below = static_cast<double>(at.p10);
   const auto above = static_cast<double>(values.size() - at.p90);
   stats.WinsorizedMean = (below * stats.Percentile_10 + inner + above * stats.Percentile_90) / n;
@@ -178,7 +185,7 @@ void LoadMeans(Stats& stats, std::span<const double> values, const Ranks& at) {
 
 // The mean absolute difference of all pairs of a sorted sample. The gap between two neighbours is
 // part of as many differences as there are pairs about it; no term is negative, and none cancels.
-double MeanDifference(std::span<const double> sorted) noexcept {
+double MeanDifference(Values sorted) noexcept {
   const auto n = static_cast<double>(sorted.size());
   double sum = 0;
   for (std::size_t i = 1; i < sorted.size(); ++i) {
@@ -196,7 +203,7 @@ struct Deviations {
   double absolute = 0;
 };
 
-Deviations DeviationsOf(std::span<const double> values, double mean, double median) noexcept {
+Deviations DeviationsOf(Values values, double mean, double median) noexcept {
   Deviations sums;
   for (const double x : values) {
     const double d = x - mean;
@@ -209,7 +216,7 @@ Deviations DeviationsOf(std::span<const double> values, double mean, double medi
   return sums;
 }
 
-void LoadDispersion(Stats& stats, std::span<const double> values) {
+void LoadDispersion(Stats& stats, Values values) {
   const auto n = static_cast<double>(values.size());
   const Deviations sums = DeviationsOf(values, stats.Mean, stats.Median);
   if (values.size() >= 2) {
@@ -242,7 +249,7 @@ void LoadDispersion(Stats& stats, std::span<const double> values) {
   }
 }
 
-void LoadHistogram(Stats& stats, std::span<const double> values) {
+void LoadHistogram(Stats& stats, Values values) {
   constexpr std::size_t kFewest = 11;
   if (values.size() < kFewest || !(stats.Range > kTiny)) {
     return;
