@@ -2,9 +2,8 @@
 //
 // Fontconfig keeps what it has read of the fonts until the process ends, behind pointers that the
 // leak check can't follow. Pango reads the fonts in a thread of its own: the thread sanitizer sees
-// that the memory is shared, but not the locks of libraries that are not built for it, nor the
-// tasks that oneTBB hands from thread to thread. A program that says nothing in other builds says
-// nothing in these.
+// that the memory is shared, but not the locks of libraries that are not built for it. A program
+// that says nothing in other builds says nothing in these.
 
 extern "C" const char* __lsan_default_suppressions();
 extern "C" const char* __lsan_default_options();
@@ -17,6 +16,5 @@ extern "C" const char* __tsan_default_suppressions() {
          "called_from_lib:libglib-2.0.so\n"
          "called_from_lib:libpango-1.0.so\n"
          "called_from_lib:libpangoft2-1.0.so\n"
-         "called_from_lib:libpangocairo-1.0.so\n"
-         "race_top:tbb::detail\n";
+         "called_from_lib:libpangocairo-1.0.so\n";
 }

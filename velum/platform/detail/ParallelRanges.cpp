@@ -1,7 +1,6 @@
 #include <velum/platform/detail/ParallelRanges.h>
 
-#include <tbb/blocked_range.h>
-#include <tbb/parallel_for.h>
+#include <velum/platform/detail/TaskPool.h>
 
 #include <atomic>
 #include <new>
@@ -12,24 +11,24 @@ namespace {
 // The service does not come back from a start that found no memory.
 constinit std::atomic<bool> g_canStart{true};
 
+// The service orders memory between its threads, but out of sight of thread checkers: it is not
+// built for them. These two say so once more.
+constinit std::atomic<unsigned> g_begun{0};
+constinit std::atomic<unsigned> g_done{0};
+
 }  // namespace
 
 void ForRanges(std::size_t count, std::size_t grain,
                const std::function<void(std::size_t begin, std::size_t end)>& body) {
-  // The service orders memory between its threads, but out of sight of thread checkers; these two
-  // say so once more.
-  std::atomic<int> begun{0};
-  std::atomic<int> done{0};
   if (g_canStart) {
     try {
-      begun.store(1, std::memory_order_release);
-      tbb::parallel_for(tbb::blocked_range<std::size_t>(0, count, grain),
-                        [&](const tbb::blocked_range<std::size_t>& range) {
-                          static_cast<void>(begun.load(std::memory_order_acquire));
-                          body(range.begin(), range.end());
-                          done.fetch_add(1, std::memory_order_release);
-                        });
-      static_cast<void>(done.load(std::memory_order_acquire));
+      g_begun.fetch_add(1, std::memory_order_acq_rel);
+      RunOnAllProcessors(count, grain, [&body](std::size_t begin, std::size_t end) {
+        static_cast<void>(g_begun.load(std::memory_order_acquire));
+        body(begin, end);
+        g_done.fetch_add(1, std::memory_order_acq_rel);
+      });
+      static_cast<void>(g_done.load(std::memory_order_acquire));
       return;
     } catch (const std::bad_alloc&) {
       g_canStart = false;
