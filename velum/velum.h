@@ -59,6 +59,7 @@
 #include <velum/dates/Real10.h>
 #include <velum/files/Archive.h>
 #include <velum/files/BufferedFile.h>
+#include <velum/files/CodePageInfo.h>
 #include <velum/files/DeprecatedPath.h>
 #include <velum/files/File.h>
 #include <velum/files/FileFind.h>

@@ -14,6 +14,7 @@ class CFileFind;
 struct CFilenameCompare;
 class CMemoryFile;
 class CPath;
+class CodePageInfo;
 struct DeprecatedPath;
 
 }  // namespace vlm
