@@ -1,6 +1,7 @@
 #include <velum/core/StringFormat.h>
 
 #include <velum/core/detail/FormatDirective.h>
+#include <velum/platform/detail/RuntimeLocale.h>
 #include <velum/platform/detail/Utf8.h>
 
 #include <algorithm>
@@ -285,9 +286,38 @@ bool FormatWithOurs(std::basic_string<Char>& target, const Char* format, va_list
   return formatter.Run(format) && Store(target, formatter.Text(), append);
 }
 
-/// Formats text, "%s", "%d", "%u", "%c" and "%%" into the room from `out` to `end`; most formats
-/// hold nothing else. Gives the end of the text, null where something else stands or the room is
-/// short.
+/// Reads what stands behind the "%" of "%f", "%.2f", "%g" or "%.14g"; false for anything else.
+bool ReadPlainReal(const char*& at, std::chars_format& form, int& precision) {
+  precision = 6;
+  if (*at == '.') {
+    constexpr int kMostDigits = 99;
+    precision = 0;
+    for (++at; *at >= '0' && *at <= '9' && precision <= kMostDigits; ++at) {
+      precision = precision * 10 + (*at - '0');
+    }
+  }
+  form = *at == 'f' ? std::chars_format::fixed : std::chars_format::general;
+  return *at == 'f' || *at == 'g';
+}
+
+/// Writes a number as C's `printf` does; null where the room is short or only the runtime knows
+/// how.
+char* WriteReal(char* out, char* end, double value, std::chars_format form, int precision) {
+#if defined(__cpp_lib_to_chars)
+  const char* const point = platform::DecimalPoint();
+  if (point[0] != '.' || point[1] != '\0') return nullptr;
+  const auto written = std::to_chars(out, end, value, form, precision);
+  return written.ec == std::errc() ? written.ptr : nullptr;
+#else
+  static_cast<void>(out), static_cast<void>(end), static_cast<void>(value);
+  static_cast<void>(form), static_cast<void>(precision);
+  return nullptr;
+#endif
+}
+
+/// Formats text, "%s", "%d", "%u", "%c", "%%", and "%f" and "%g" with or without a precision into
+/// the room from `out` to `end`; most formats hold nothing else. Gives the end of the text, null
+/// where something else stands or the room is short.
 char* FormatQuickly(char* out, char* end, const char* at, va_list list) {
   Arguments arguments(list);
   const auto number = [&out, end](auto value) {
@@ -322,8 +352,14 @@ char* FormatQuickly(char* out, char* end, const char* at, va_list list) {
         out = std::copy(text, text + size, out);
         break;
       }
-      default:
-        return nullptr;
+      default: {
+        std::chars_format form;
+        int precision = 0;
+        if (!ReadPlainReal(at, form, precision)) return nullptr;
+        out = WriteReal(out, end, arguments.Next<double>(), form, precision);
+        if (!out) return nullptr;
+        break;
+      }
     }
   }
   return out;

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <random>
 
 namespace vlm {
@@ -191,6 +193,32 @@ TEST(FormatString, AgreesWithTheRuntimeOnRandomDirectives) {
         compare(static_cast<long double>(bits) / 7);
     }
     if (HasFatalFailure()) return;
+  }
+}
+
+TEST(FormatString, WritesRealNumbersAsTheRuntimeDoes) {
+  const unsigned int seed = std::random_device()();
+  SCOPED_TRACE(seed);
+  std::mt19937_64 random(seed);
+  const auto compare = [](const std::string& format, double value) {
+    char expected[1024];
+    std::snprintf(expected, sizeof(expected), format.c_str(), value);
+    ASSERT_EQ(ToString(format.c_str(), value), expected) << format;
+  };
+  for (const double value : {0.0, -0.0, 0.5, 1.5, 2.5, 0.125, 1e23, 5e-324, HUGE_VAL, -HUGE_VAL}) {
+    for (const char* const format : {"%f", "%g", "%.0f", "%.f", "%.1f", "%.2f", "%.17g", "%.0g"}) {
+      compare(format, value);
+    }
+  }
+  for (int i = 0; i < 20000 && !::testing::Test::HasFatalFailure(); ++i) {
+    const std::uint64_t bits = random();
+    double value = 0;
+    std::memcpy(&value, &bits, sizeof(value));
+    const bool isPlain = random() % 2;
+    if (isPlain) value = static_cast<double>(static_cast<std::int64_t>(bits)) / 1e15;
+    std::string format = "%";
+    if (random() % 4) format.append(".").append(std::to_string(random() % 25));
+    compare(format + (random() % 2 ? 'f' : 'g'), value);
   }
 }
 
