@@ -61,6 +61,7 @@
 #include <velum/files/BufferedFile.h>
 #include <velum/files/CodePageInfo.h>
 #include <velum/files/DeprecatedPath.h>
+#include <velum/files/EncodedBufferedFile.h>
 #include <velum/files/File.h>
 #include <velum/files/FileFind.h>
 #include <velum/files/FileUtilities.h>
@@ -68,6 +69,7 @@
 #include <velum/files/Forward.h>
 #include <velum/files/MemoryFile.h>
 #include <velum/files/Path.h>
+#include <velum/files/TextEncoding.h>
 #include <velum/geometry/Arcs.h>
 #include <velum/geometry/Box.h>
 #include <velum/geometry/Box2.h>

@@ -4,6 +4,7 @@
 #include <velum/core/StringFormat.h>
 #include <velum/core/detail/FormatDirective.h>
 #include <velum/files/detail/FileError.h>
+#include <velum/files/detail/StreamMode.h>
 #include <velum/platform/detail/FileAccess.h>
 
 #include <algorithm>
@@ -11,34 +12,11 @@
 #include <climits>
 #include <cstdarg>
 #include <cstring>
-#include <string_view>
 #include <utility>
 
 namespace vlm {
 
 namespace {
-
-/// Reads a mode of `fopen`; false for letters that make none.
-bool ReadMode(std::string_view mode, platform::OpenWish& wish) {
-  constexpr std::string_view kWithoutEffect = "btcen";
-  const char first = mode[0];
-  bool updates = false;
-  for (const char letter : mode.substr(1)) {
-    if (letter == '+' && !updates) {
-      updates = true;
-    } else if (letter == 'x' && !wish.mustBeNew && first != 'r') {
-      wish.mustBeNew = true;
-    } else if (kWithoutEffect.find(letter) == std::string_view::npos) {
-      return false;
-    }
-  }
-  wish.sharing.reads = first == 'r' || updates;
-  wish.sharing.writes = first != 'r' || updates;
-  wish.creates = first != 'r';
-  wish.empties = first == 'w';
-  wish.appends = first == 'a';
-  return first == 'r' || first == 'w' || first == 'a';
-}
 
 /// True for a format without the directives that the library's language adds to C's.
 bool IsPlainC(const char* at) {
@@ -123,7 +101,7 @@ bool CBufferedFile::OpenNoThrow(const GString& path, const GString& mode, Sharin
   wish.permissions = kAllReadAndWrite;
   wish.sharing.deniesRead = sharing == ShareDenyAll || sharing == ShareDenyRead;
   wish.sharing.deniesWrite = sharing == ShareDenyAll || sharing == ShareDenyWrite;
-  if (!ReadMode(mode.String(), wish)) {
+  if (!detail::ReadStreamMode(mode.String(), wish)) {
     errno = EINVAL;
     return false;
   }

@@ -9,6 +9,7 @@
 namespace vlm {
 
 class CBufferedFile;
+class CEncodedBufferedFile;
 class CFile;
 class CFileFind;
 struct CFilenameCompare;

@@ -140,7 +140,7 @@ std::wstring Wide(const std::string& text, unsigned int page) {
 int CharactersThatComeBack(unsigned int page, std::wstring& changed) {
   int count = 0;
   // Every character of the alphabets, and some of the many others.
-  for (unsigned int code = 1; code < 0x10000; code += code < 0x3000 ? 1 : 5) {
+  for (unsigned int code = 1; code < 0x10000; code += code < 0x1200 ? 1 : 17) {
     if (code >= 0xD800 && code < 0xE000) continue;
     const std::wstring text(1, static_cast<wchar_t>(code));
     const std::wstring back = Wide(Narrow(text, page), page);
@@ -167,7 +167,7 @@ TEST(CodePages, OfTheListConvertBothWaysUnlessTheSystemHasNoTable) {
       empty.push_back(page);
       continue;
     }
-    EXPECT_GE(count, page == 20127 ? 127 : 200) << page;
+    EXPECT_GE(count, page == 20127 ? 127 : 150) << page;
     // Variants that the makers of tables keep in the private area; of the Indic pages a sign of
     // Gurmukhi and the joiner, which they spell as another mark.
     EXPECT_EQ(changed.find_first_not_of(L"\u0A70\u200D\uF86F\uF8A0"), std::wstring::npos) << page;

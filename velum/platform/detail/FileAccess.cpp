@@ -98,6 +98,10 @@ std::int64_t ReadFile(int file, void* data, std::size_t count) noexcept {
   return static_cast<std::int64_t>(done);
 }
 
+std::int64_t ReadSome(int file, void* data, std::size_t count) noexcept {
+  return Uninterrupted([&] { return ::read(file, data, count); });
+}
+
 bool WriteFile(int file, const void* data, std::size_t count) noexcept {
   std::size_t done = 0;
   while (done < count) {

@@ -43,6 +43,9 @@ struct OpenWish {
 /// Reads until `count` bytes are there or the file ends; gives their number.
 [[nodiscard]] std::int64_t ReadFile(int file, void* data, std::size_t count) noexcept;
 
+/// Reads up to `count` bytes, what is there at once; gives their number, 0 at the end.
+[[nodiscard]] std::int64_t ReadSome(int file, void* data, std::size_t count) noexcept;
+
 /// Writes all of the bytes. False for failure, when some may be written.
 [[nodiscard]] bool WriteFile(int file, const void* data, std::size_t count) noexcept;
 

@@ -1,0 +1,408 @@
+#include <velum/files/EncodedBufferedFile.h>
+
+#include <velum/core/Exception.h>
+#include <velum/files/detail/FileError.h>
+#include <velum/files/detail/StreamMode.h>
+#include <velum/files/detail/TextStream.h>
+#include <velum/platform/detail/CodePages.h>
+#include <velum/platform/detail/FileSystem.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <string_view>
+#include <utility>
+
+namespace vlm {
+
+namespace {
+
+using detail::TextStream;
+
+constexpr unsigned int kSample = 512;
+constexpr wchar_t kNoElement = 0xFFFF;
+/// A buffer of more elements is given back when its line is gone.
+constexpr std::size_t kMostKept = 1 << 20;
+
+constexpr std::string_view kSuffixes[] = {"", ",ccs=UTF-8", ",ccs=UTF-16LE", ",ccs=UTF-16BE"};
+
+TextEncoding EncodingOf(const GString& modeSuffix) {
+  const auto* const found =
+      std::find(std::begin(kSuffixes), std::end(kSuffixes), modeSuffix.String());
+  return static_cast<TextEncoding>(found - std::begin(kSuffixes));
+}
+
+/// True for the modes whose file is examined.
+bool ExaminesFile(const GString& mode) {
+  constexpr std::string_view kModes[] = {"r", "r+", "rt", "rt+", "rb", "rb+"};
+  return std::find(std::begin(kModes), std::end(kModes), mode.String()) != std::end(kModes);
+}
+
+bool IsYes(ConfidenceLevel level) {
+  return level == ConfidenceCertain || level == ConfidenceLikely;
+}
+
+ConfidenceLevel IsFileUTF16(const GString& path, TextEncoding encoding) {
+  return encoding == EncodingUTF16LE ? IsFileUTF16LE(path, kSample) : IsFileUTF16BE(path, kSample);
+}
+
+bool IsUtf8Page(unsigned int codePage) {
+  constexpr unsigned int kUtf8 = 65001;
+  return codePage <= 1 || codePage == kUtf8;
+}
+
+}  // namespace
+
+CEncodedBufferedFile::CEncodedBufferedFile() noexcept = default;
+
+CEncodedBufferedFile::CEncodedBufferedFile(const GString& path, const GString& mode,
+                                           Sharing sharing, TextEncoding encoding,
+                                           unsigned int codePage, bool trustEncoding,
+                                           bool removeOnAbort) {
+  Open(path, mode, sharing, encoding, codePage, trustEncoding, removeOnAbort);
+}
+
+CEncodedBufferedFile::CEncodedBufferedFile(const CEncodedBufferedFile& other) = default;
+
+CEncodedBufferedFile& CEncodedBufferedFile::operator=(const CEncodedBufferedFile& other) {
+  if (this == &other) return *this;
+  CEncodedBufferedFile copy(other);
+  if (opened_ && IsOpen() && stream_.use_count() == 1) Abort(removeOnAbort_);
+  opened_ = copy.opened_;
+  removeOnAbort_ = copy.removeOnAbort_;
+  std::swap(path_, copy.path_);
+  stream_ = std::move(copy.stream_);
+  encoding_ = copy.encoding_;
+  codePage_ = copy.codePage_;
+  startOfText_ = copy.startOfText_;
+  input_ = std::move(copy.input_);
+  readAt_ = copy.readAt_;
+  return *this;
+}
+
+CEncodedBufferedFile::~CEncodedBufferedFile() {
+  if (opened_ && IsOpen()) Abort(removeOnAbort_);
+}
+
+bool CEncodedBufferedFile::IsOpen() const noexcept { return stream_ && stream_->IsOpen(); }
+
+std::int64_t CEncodedBufferedFile::GetPosition() const noexcept {
+  return IsOpen() ? stream_->Position() : -1;
+}
+
+std::int64_t CEncodedBufferedFile::GetLength() const {
+  if (!IsOpen()) return -1;
+  ClearInput();
+  Require(stream_->Seek(0, 2), __LINE__, ERR_SEEK);
+  const std::int64_t length = stream_->Position();
+  Require(stream_->Seek(startOfText_, 0), __LINE__, ERR_SEEK);
+  return length;
+}
+
+bool CEncodedBufferedFile::EndOfFile() const noexcept { return !IsOpen() || stream_->AtEnd(); }
+
+void CEncodedBufferedFile::Open(const GString& path, const GString& mode, Sharing sharing,
+                                TextEncoding encoding, unsigned int codePage, bool trustEncoding,
+                                bool removeOnAbort) {
+  if (!OpenNoThrow(path, mode, sharing, encoding, codePage, trustEncoding, removeOnAbort)) {
+    detail::ThrowSystemError(__FILE_NAME__, __LINE__, ERR_OPEN, path);
+  }
+}
+
+bool CEncodedBufferedFile::OpenNoThrow(const GString& path, const GString& mode, Sharing sharing,
+                                       TextEncoding encoding, unsigned int codePage,
+                                       bool trustEncoding, bool removeOnAbort) {
+  constexpr unsigned int kAllReadAndWrite = 0666;
+  if (path.empty() || mode.empty() || IsOpen()) {
+    ThrowErrorImpl(__FILE_NAME__, __LINE__, ERR_INTERNAL);
+  }
+  path_ = GString(path);
+  if (sharing < ShareDenyAll || sharing > ShareDenyNone) {
+    ThrowErrorImpl(__FILE_NAME__, __LINE__, ERR_INTERNAL);
+  }
+  if (encoding < EncodingANSI || encoding > EncodingUnknown) {
+    ThrowErrorImpl(__FILE_NAME__, __LINE__, ERR_INVALID_PARAMETER);
+  }
+  platform::OpenWish wish;
+  wish.permissions = kAllReadAndWrite;
+  wish.sharing.deniesRead = sharing == ShareDenyAll || sharing == ShareDenyRead;
+  wish.sharing.deniesWrite = sharing == ShareDenyAll || sharing == ShareDenyWrite;
+  if (!detail::ReadStreamMode(mode.String(), wish)) {
+    errno = EINVAL;
+    return false;
+  }
+  GString modeSuffix;
+  try {
+    Choose(mode, encoding, trustEncoding, modeSuffix);
+  } catch (const Exception& error) {
+    // What can't be opened to be examined can't be opened to be read; errno has the reason.
+    if (error.GetErrCode() != ERR_OPEN) throw;
+    return false;
+  }
+  stream_ = TextStream::Open(path_.c_str(), wish, EncodingOf(modeSuffix));
+  if (!stream_) return false;
+  const bool isBehindMark = !ExaminesFile(mode) || stream_->Position() == startOfText_;
+  if (!isBehindMark && !stream_->Seek(startOfText_, 0)) {
+    const int error = errno;
+    stream_.reset();
+    errno = error;
+    return false;
+  }
+  codePage_ = codePage;
+  removeOnAbort_ = removeOnAbort;
+  opened_ = true;
+  ClearInput();
+  return true;
+}
+
+void CEncodedBufferedFile::Choose(const GString& mode, TextEncoding encoding, bool trustEncoding,
+                                  GString& modeSuffix) {
+  unsigned int markSize = 0;
+  TextEncoding markEncoding = EncodingANSI;
+  const bool examines = ExaminesFile(mode);
+  // A pipe has no size, and what is read from it is gone.
+  if (examines && platform::SizeOf(path_.c_str()) > 0) GetBOMInfo(path_, markSize, markEncoding);
+  const TextEncoding asked = encoding == EncodingUnknown ? EncodingANSI : encoding;
+  const unsigned int usualSize = asked == EncodingANSI ? 0 : asked == EncodingUTF8 ? 3 : 2;
+  Settle(asked, usualSize, modeSuffix);
+  if (!examines) return;
+  if (trustEncoding) {
+    if (asked != EncodingANSI) startOfText_ = markSize;
+    return;
+  }
+  switch (asked) {
+    case EncodingUTF8:
+      return VerifyUTF8(markSize, markEncoding, modeSuffix);
+    case EncodingUTF16LE:
+      return VerifyUTF16LE(markSize, markEncoding, modeSuffix);
+    case EncodingUTF16BE:
+      return VerifyUTF16BE(markSize, markEncoding, modeSuffix);
+    default:
+      return VerifyANSI(markSize, markEncoding, modeSuffix);
+  }
+}
+
+void CEncodedBufferedFile::Close() {
+  const GString path = std::exchange(path_, GString());
+  const auto stream = std::exchange(stream_, nullptr);
+  opened_ = false;
+  startOfText_ = 0;
+  ClearInput();
+  if (stream && stream->IsOpen() && !stream->Close()) {
+    detail::ThrowSystemError(__FILE_NAME__, __LINE__, ERR_CLOSE, path);
+  }
+}
+
+void CEncodedBufferedFile::Abort(bool removeFile) noexcept {
+  const GString path = std::exchange(path_, GString());
+  const auto stream = std::exchange(stream_, nullptr);
+  opened_ = false;
+  startOfText_ = 0;
+  ClearInput();
+  if (stream && stream->IsOpen()) stream->Close();
+  if (removeFile) detail::RemoveQuietly(path);
+}
+
+void CEncodedBufferedFile::Flush() {
+  if (IsOpen()) Require(stream_->Flush(), __LINE__, ERR_WRITE);
+}
+
+void CEncodedBufferedFile::SetCodePage(unsigned int codePage) noexcept {
+  codePage_ = std::min(codePage, 0xFFFFu);
+}
+
+wchar_t CEncodedBufferedFile::Getc() {
+  if (readAt_ == input_.size() && FillInputBuffer() == 0) return kNoElement;
+  return input_[readAt_++];
+}
+
+wchar_t CEncodedBufferedFile::UnGetc(wchar_t c) {
+  if (!IsOpen()) return kNoElement;
+  if (readAt_ == input_.size()) {
+    if (EndOfFile()) {
+      ClearInput();
+    } else if (FillInputBuffer() == 0) {
+      return kNoElement;
+    }
+  }
+  if (readAt_ == 0) {
+    // Room for more that may come, so that many cost no more than they should.
+    constexpr std::size_t kLeastRoom = 16;
+    const std::size_t room = std::max(kLeastRoom, input_.size());
+    input_.insert(0, room, L'\0');
+    readAt_ = room;
+  }
+  input_[--readAt_] = c;
+  return c;
+}
+
+bool CEncodedBufferedFile::ReadString(std::wstring& line) {
+  if (readAt_ == input_.size() && FillInputBuffer() == 0) return false;
+  if (readAt_ == 0) {
+    line.swap(input_);
+  } else {
+    line.assign(input_, readAt_);
+  }
+  ClearInput();
+  if (!line.empty() && line.back() == L'\n') {
+    line.pop_back();
+    if (!line.empty() && line.back() == L'\r') line.pop_back();
+  }
+  return true;
+}
+
+unsigned short CEncodedBufferedFile::Putc(unsigned short c) {
+  if (!IsOpen()) return static_cast<unsigned short>(kNoElement);
+  WriteString(std::wstring(1, static_cast<wchar_t>(c)));
+  return c;
+}
+
+void CEncodedBufferedFile::WriteString(const std::wstring& text) {
+  if (IsOpen()) Require(stream_->Write(text, codePage_), __LINE__, ERR_WRITE);
+}
+
+std::int64_t CEncodedBufferedFile::SeekToBegin() { return Seek(startOfText_, 0); }
+
+std::int64_t CEncodedBufferedFile::SeekToEnd() { return Seek(0, 2); }
+
+std::int64_t CEncodedBufferedFile::Seek(std::int64_t offset, int origin) {
+  if (!IsOpen()) return -1;
+  Require(stream_->Seek(offset, origin), __LINE__, ERR_SEEK);
+  ClearInput();
+  return stream_->Position();
+}
+
+std::size_t CEncodedBufferedFile::FillInputBuffer() {
+  ClearInput();
+  if (!IsOpen()) return 0;
+  if (encoding_ != EncodingANSI || IsUtf8Page(codePage_)) {
+    const bool isRead = stream_->AppendLine(input_);
+    if (!isRead) ClearInput();
+    Require(isRead, __LINE__, ERR_READ);
+    return input_.size();
+  }
+  // A whole line at once, so that no character of several bytes is cut.
+  std::string bytes;
+  Require(stream_->AppendLine(bytes), __LINE__, ERR_READ);
+  input_.resize(platform::NarrowToWide(bytes, codePage_, nullptr));
+  platform::NarrowToWide(bytes, codePage_, input_.data());
+  return input_.size();
+}
+
+wchar_t* CEncodedBufferedFile::ReadText(wchar_t* buffer, unsigned int size) {
+  if (!buffer) ThrowErrorImpl(__FILE_NAME__, __LINE__, ERR_INTERNAL);
+  if (size == 0) return nullptr;
+  wchar_t* to = buffer;
+  wchar_t* const last = buffer + size - 1;
+  *to = L'\0';
+  while (to != last) {
+    const int c = GetNextWideChar();
+    if (c < 0) return to == buffer ? nullptr : buffer;
+    if (c == '\r' && SeesLineFeed()) continue;
+    const bool isEnd = c == '\r' || c == '\n';
+    *to++ = isEnd ? L'\n' : static_cast<wchar_t>(c);
+    *to = L'\0';
+    if (isEnd) break;
+  }
+  return buffer;
+}
+
+char* CEncodedBufferedFile::ReadText(char* buffer, unsigned int size) {
+  if (!buffer) ThrowErrorImpl(__FILE_NAME__, __LINE__, ERR_INTERNAL);
+  if (size == 0) return nullptr;
+  char* to = buffer;
+  char* const last = buffer + size - 1;
+  *to = '\0';
+  while (to != last) {
+    const int c = GetNextChar();
+    if (c < 0) return to == buffer ? nullptr : buffer;
+    if (c == '\r' && SeesLineFeed()) continue;
+    const bool isEnd = c == '\r' || c == '\n';
+    *to++ = isEnd ? '\n' : static_cast<char>(c);
+    *to = '\0';
+    if (isEnd) break;
+  }
+  return buffer;
+}
+
+int CEncodedBufferedFile::GetNextChar() {
+  int byte = TextStream::kNone;
+  if (IsOpen()) Require(stream_->ReadByte(byte), __LINE__, ERR_READ);
+  return byte;
+}
+
+int CEncodedBufferedFile::GetNextWideChar() {
+  int unit = TextStream::kNone;
+  if (IsOpen()) Require(stream_->ReadUnit(unit), __LINE__, ERR_READ);
+  return unit;
+}
+
+bool CEncodedBufferedFile::SeesLineFeed() {
+  bool sees = false;
+  Require(stream_->SeesLineFeed(sees), __LINE__, ERR_READ);
+  return sees;
+}
+
+void CEncodedBufferedFile::VerifyANSI(unsigned int markSize, TextEncoding markEncoding,
+                                      GString& modeSuffix) {
+  const ConfidenceLevel ansi = IsFileANSI(path_, kSample);
+  for (const TextEncoding encoding : {EncodingUTF16LE, EncodingUTF16BE}) {
+    const ConfidenceLevel level = IsFileUTF16(path_, encoding);
+    const bool isIt = ansi == ConfidenceNo         ? level != ConfidenceNo
+                      : ansi == ConfidenceDoubtful ? IsYes(level)
+                                                   : false;
+    if (isIt) return Settle(encoding, markSize, modeSuffix);
+  }
+  Settle(markEncoding == EncodingUTF8 ? EncodingUTF8 : EncodingANSI, markSize, modeSuffix);
+}
+
+void CEncodedBufferedFile::VerifyUTF8(unsigned int markSize, TextEncoding markEncoding,
+                                      GString& modeSuffix) {
+  if (markEncoding == EncodingUTF8) return Settle(EncodingUTF8, markSize, modeSuffix);
+  for (const TextEncoding encoding : {EncodingUTF16LE, EncodingUTF16BE}) {
+    if (IsYes(IsFileUTF16(path_, encoding))) return Settle(encoding, markSize, modeSuffix);
+  }
+  Settle(EncodingANSI, 0, modeSuffix);
+}
+
+void CEncodedBufferedFile::VerifyUTF16LE(unsigned int markSize, TextEncoding markEncoding,
+                                         GString& modeSuffix) {
+  VerifyUTF16(EncodingUTF16LE, EncodingUTF16BE, markSize, markEncoding, modeSuffix);
+}
+
+void CEncodedBufferedFile::VerifyUTF16BE(unsigned int markSize, TextEncoding markEncoding,
+                                         GString& modeSuffix) {
+  VerifyUTF16(EncodingUTF16BE, EncodingUTF16LE, markSize, markEncoding, modeSuffix);
+}
+
+void CEncodedBufferedFile::VerifyUTF16(TextEncoding first, TextEncoding second,
+                                       unsigned int markSize, TextEncoding markEncoding,
+                                       GString& modeSuffix) {
+  for (const TextEncoding encoding : {first, second}) {
+    if (IsYes(IsFileUTF16(path_, encoding))) return Settle(encoding, markSize, modeSuffix);
+  }
+  if (markEncoding == EncodingUTF8) return Settle(EncodingUTF8, markSize, modeSuffix);
+  if (!IsYes(IsFileANSI(path_, kSample))) return Settle(first, markSize, modeSuffix);
+  Settle(EncodingANSI, 0, modeSuffix);
+}
+
+void CEncodedBufferedFile::Settle(TextEncoding encoding, unsigned int startOfText,
+                                  GString& modeSuffix) {
+  encoding_ = encoding;
+  startOfText_ = startOfText;
+  modeSuffix = std::string(kSuffixes[encoding]);
+}
+
+void CEncodedBufferedFile::ClearInput() const noexcept {
+  if (input_.capacity() > kMostKept) {
+    std::wstring().swap(input_);
+  } else {
+    input_.clear();
+  }
+  readAt_ = 0;
+}
+
+void CEncodedBufferedFile::Require(bool succeeded, int line, int code) const {
+  if (!succeeded) detail::ThrowSystemError(__FILE_NAME__, line, code, path_);
+}
+
+}  // namespace vlm
