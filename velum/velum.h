@@ -60,6 +60,7 @@
 #include <velum/files/Archive.h>
 #include <velum/files/BufferedFile.h>
 #include <velum/files/CodePageInfo.h>
+#include <velum/files/ConfigFile.h>
 #include <velum/files/DeprecatedPath.h>
 #include <velum/files/EncodedBufferedFile.h>
 #include <velum/files/File.h>
@@ -68,7 +69,9 @@
 #include <velum/files/FilenameCompare.h>
 #include <velum/files/Forward.h>
 #include <velum/files/MemoryFile.h>
+#include <velum/files/ParamList.h>
 #include <velum/files/Path.h>
+#include <velum/files/RegParamList.h>
 #include <velum/files/TextEncoding.h>
 #include <velum/geometry/Arcs.h>
 #include <velum/geometry/Box.h>

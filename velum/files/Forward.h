@@ -9,12 +9,15 @@
 namespace vlm {
 
 class CBufferedFile;
+class CConfigFile;
 class CEncodedBufferedFile;
 class CFile;
 class CFileFind;
 struct CFilenameCompare;
 class CMemoryFile;
+class CParamList;
 class CPath;
+class CRegParamList;
 class CodePageInfo;
 struct DeprecatedPath;
 

@@ -2,8 +2,8 @@
 
 /// \file
 /// Records of a published platform interface, as plain structures: points, rectangles, sizes,
-/// palette entries, times and entries of folders. Field names, order and widths are those of that
-/// interface, so that stored structures can be read as they are.
+/// palette entries, times, entries of folders, and handles. Field names, order and widths are those
+/// of that interface, so that stored structures can be read as they are.
 ///
 ///     vlm::RECT page{0, 0, 210, 297};
 ///     vlm::POINT centre{page.right / 2, page.bottom / 2};
@@ -59,6 +59,22 @@ struct WIN32_FIND_DATAA {
   char cFileName[260];             ///< The name without its folder.
   char cAlternateFileName[14];     ///< A short form of the name.
 };
+
+/// What a `HKEY` points to. No object of it exists.
+struct HKEY__ {
+  int unused;  ///< Not in use.
+};
+/// A top-level key of the registry: a number in the form of a pointer, which leads nowhere.
+using HKEY = HKEY__*;
+
+/// The classes of documents.
+const HKEY HKEY_CLASSES_ROOT = reinterpret_cast<HKEY>(std::uintptr_t{0x80000000});
+/// What belongs to the user.
+const HKEY HKEY_CURRENT_USER = reinterpret_cast<HKEY>(std::uintptr_t{0x80000001});
+/// What belongs to the computer.
+const HKEY HKEY_LOCAL_MACHINE = reinterpret_cast<HKEY>(std::uintptr_t{0x80000002});
+/// What belongs to all users.
+const HKEY HKEY_USERS = reinterpret_cast<HKEY>(std::uintptr_t{0x80000003});
 
 inline constexpr std::uint32_t FILE_ATTRIBUTE_READONLY = 0x0001;    ///< May not be written.
 inline constexpr std::uint32_t FILE_ATTRIBUTE_HIDDEN = 0x0002;      ///< Is not usually shown.

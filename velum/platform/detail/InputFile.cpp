@@ -1,0 +1,43 @@
+#include <velum/platform/detail/InputFile.h>
+
+#include <velum/platform/detail/FileAccess.h>
+#include <velum/platform/detail/NativePath.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace vlm::platform {
+
+InputFile::~InputFile() {
+  if (file_ != -1) ::close(file_);
+}
+
+bool InputFile::Open(const char* path) { return OpenNative(NativePath(path)); }
+
+bool InputFile::OpenNative(const std::string& native) {
+  int file = -1;
+  do {
+    file = ::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+  } while (file == -1 && errno == EINTR);
+  if (file == -1) return false;
+  struct stat status {};
+  int error = ::fstat(file, &status) == 0 ? 0 : errno;
+  if (error == 0 && !S_ISREG(status.st_mode)) error = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
+  if (error != 0) {
+    ::close(file);
+    errno = error;
+    return false;
+  }
+  if (file_ != -1) ::close(file_);
+  file_ = file;
+  return true;
+}
+
+std::int64_t InputFile::Read(void* data, std::size_t count) const noexcept {
+  return ReadFile(file_, data, count);
+}
+
+}  // namespace vlm::platform
