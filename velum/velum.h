@@ -57,6 +57,12 @@
 #include <velum/dates/Forward.h>
 #include <velum/dates/NumberFormatSpec.h>
 #include <velum/dates/Real10.h>
+#include <velum/diagnostics/Forward.h>
+#include <velum/diagnostics/Logger.h>
+#include <velum/diagnostics/MessageHook.h>
+#include <velum/diagnostics/RecentLines.h>
+#include <velum/diagnostics/RemoteLogger.h>
+#include <velum/diagnostics/ScopedLogMessage.h>
 #include <velum/files/Archive.h>
 #include <velum/files/BufferedFile.h>
 #include <velum/files/CodePageInfo.h>

@@ -1,0 +1,98 @@
+#include <velum/platform/detail/LogFile.h>
+
+#include <velum/platform/detail/FileAccess.h>
+#include <velum/platform/detail/NativePath.h>
+#include <velum/platform/detail/SystemMessages.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <utility>
+
+namespace vlm::platform {
+namespace {
+
+constexpr unsigned int kPermissions = 0666;
+/// A longer line does not keep its memory.
+constexpr std::size_t kMemoryKept = 64 * 1024;
+
+/// Removes a file so that whoever has it open keeps what it held. What can't be removed will be
+/// emptied.
+void RemoveRegularFile(const char* path) {
+  const std::string native = NativePath(path);
+  struct stat status {};
+  if (::lstat(native.c_str(), &status) == 0 && S_ISREG(status.st_mode)) ::unlink(native.c_str());
+}
+
+std::string LossNote(std::size_t lines, int error) {
+  const char* const reason = SystemErrorText(static_cast<unsigned long>(error));
+  return "(" + std::to_string(lines) + (lines == 1 ? " line" : " lines") +
+         " lost: " + (reason ? reason : "unknown reason") + ")\n";
+}
+
+}  // namespace
+
+LogFile::~LogFile() {
+  if (file_ != -1) CloseFile(file_);
+}
+
+bool LogFile::Open(const char* path, bool keeps) {
+  OpenWish wish;
+  wish.sharing.writes = true;
+  wish.creates = true;
+  wish.appends = true;
+  wish.permissions = kPermissions;
+  if (!keeps) {
+    RemoveRegularFile(path);
+    wish.empties = true;
+  }
+  file_ = OpenFile(path, wish);
+  if (file_ == -1) return false;
+  if (!keeps) Append({});
+  return true;
+}
+
+bool LogFile::Append(std::string_view line) {
+  out_ = std::move(rest_);
+  rest_.clear();
+  if (lost_ > 0) out_ += LossNote(lost_, error_);
+  const std::size_t begin = out_.size();
+  out_.reserve(begin + line.size() + 1);
+  out_ += line;
+  out_ += '\n';
+
+  const std::size_t done = Write();
+  const bool whole = done == out_.size();
+  if (whole) {
+    lost_ = 0;
+  } else if (done > begin) {
+    rest_ = out_.substr(done);
+    lost_ = 0;
+  } else {
+    // A note that was begun is a text to finish, and the count starts anew; one that was not is
+    // made again with the new number.
+    const std::size_t old = lost_ > 0 ? begin - LossNote(lost_, error_).size() : begin;
+    if (done > old) lost_ = 0;
+    rest_ = out_.substr(done, (done > old ? begin : old) - done);
+    ++lost_;
+  }
+  if (out_.capacity() > kMemoryKept) out_ = {};
+  return whole;
+}
+
+std::size_t LogFile::Write() noexcept {
+  std::size_t done = 0;
+  while (done < out_.size()) {
+    const ssize_t put = ::write(file_, out_.data() + done, out_.size() - done);
+    if (put > 0) {
+      done += static_cast<std::size_t>(put);
+    } else if (put == 0 || errno != EINTR) {
+      if (lost_ == 0) error_ = put == 0 ? EIO : errno;
+      break;
+    }
+  }
+  return done;
+}
+
+}  // namespace vlm::platform
