@@ -7,7 +7,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <stdexcept>
 #include <system_error>
@@ -34,6 +33,14 @@ void TakeStopSignals() {
   struct sigaction action {};
   action.sa_handler = [](int) { theStop = 1; };
   for (const int signal : {SIGINT, SIGTERM}) sigaction(signal, &action, nullptr);
+}
+
+/// While datagrams keep the program from waiting, a signal is seen only here.
+bool StopIsWanted() {
+  if (theStop) return true;
+  sigset_t pending;
+  sigpending(&pending);
+  return sigismember(&pending, SIGINT) == 1 || sigismember(&pending, SIGTERM) == 1;
 }
 
 [[noreturn]] void Fail(const std::string& what) {
@@ -75,10 +82,11 @@ std::optional<std::string> Listener::Next() {
   sigprocmask(SIG_BLOCK, nullptr, &mask);
   sigdelset(&mask, SIGINT);
   sigdelset(&mask, SIGTERM);
-  while (!theStop) {
+  while (!StopIsWanted()) {
     timespec patience{};
     if (end_) {
-      const auto left = std::max(*end_ - Clock::now(), Clock::duration::zero());
+      const auto left = *end_ - Clock::now();
+      if (left <= Clock::duration::zero()) break;
       const auto nanoseconds = std::chrono::nanoseconds(left).count();
       patience.tv_sec = nanoseconds / 1'000'000'000;
       patience.tv_nsec = nanoseconds % 1'000'000'000;

@@ -30,7 +30,8 @@ class Listener {
   /// Ends the waiting so many seconds from now.
   void StopAfter(double seconds);
 
-  /// The next datagram; nothing once the time is over or a signal to stop has come.
+  /// The next datagram; nothing once the time is over or a signal to stop has come, even if
+  /// datagrams wait.
   ///
   /// *Errors*: `std::runtime_error` if the system refuses.
   [[nodiscard]] std::optional<std::string> Next();

@@ -20,7 +20,8 @@ struct ReceivedLine {
 };
 
 /// Reads a datagram: "<6> " gives the severity, of which the last three bits of the number tell. A
-/// word of up to 32 bytes before ": " is the program. Bytes that are no text show as "\x1b".
+/// word of up to 32 bytes before ": " is the program. Control characters, and bytes
+/// that are no UTF-8, show as "\x1b".
 [[nodiscard]] ReceivedLine ReadDatagram(std::string_view bytes, double time);
 
 }  // namespace vlm::logview

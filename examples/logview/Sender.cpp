@@ -1,6 +1,6 @@
 #include <examples/logview/Sender.h>
 
-#include <velum/diagnostics/Logger.h>
+#include <velum/diagnostics/RemoteLogger.h>
 #include <velum/files/BufferedFile.h>
 
 #include <charconv>
@@ -15,7 +15,11 @@ namespace vlm::logview {
 namespace {
 
 constexpr unsigned long kLookUpMs = 5'000;
-constexpr int kType = LogInformation | LogRemote;
+/// After so many bytes comes a pause. A socket that listens has room for some 200,000 bytes, unless
+/// somebody changed that, and the system counts a short line as 768.
+constexpr std::size_t kGroupBytes = 65'536;
+constexpr std::size_t kBytesBesideALine = 768;
+constexpr std::chrono::milliseconds kPause{5};
 
 // Takes the time off the start of a line.
 std::chrono::duration<double> TakeTime(std::string_view& line, std::size_t number) {
@@ -31,22 +35,28 @@ std::chrono::duration<double> TakeTime(std::string_view& line, std::size_t numbe
 
 }  // namespace
 
-std::size_t SendLines(const Options& options) {
+Sent SendLines(const Options& options) {
   CBufferedFile file(options.file == "-" ? "/dev/stdin" : options.file, "r",
                      CBufferedFile::ShareDenyNone, false);
-  CLogger log("/dev/null");
-  if (!log.SetRemoteLogger(options.prefix, options.address, options.port, kLookUpMs)) {
+  CRemoteLogger remote(options.address, options.port, kLookUpMs);
+  if (!remote.IsEnabled()) {
     throw std::runtime_error("cannot find the host '" + options.address + "'");
   }
   const auto start = std::chrono::steady_clock::now();
+  Sent sent;
   std::size_t count = 0;
+  std::size_t bytes = 0;
   for (std::string text; file.ReadString(text);) {
     std::string_view line = text;
     ++count;
     if (options.timed) std::this_thread::sleep_until(start + TakeTime(line, count));
-    log.Send(kType, std::string(line));
+    ++(remote.Send(options.prefix + std::string(line)) ? sent.taken : sent.refused);
+    bytes += kBytesBesideALine + line.size();
+    if (options.timed || bytes < kGroupBytes) continue;
+    std::this_thread::sleep_for(kPause);
+    bytes = 0;
   }
-  return count;
+  return sent;
 }
 
 }  // namespace vlm::logview

@@ -14,6 +14,8 @@
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
+#include <stdexcept>
+#include <string>
 
 namespace vlm::logview {
 namespace {
@@ -46,6 +48,15 @@ void Listen(const Options& options) {
   std::cout << "Made " << options.output << "\n";
 }
 
+void Send(const Options& options) {
+  const Sent sent = SendLines(options);
+  if (sent.refused > 0) {
+    throw std::runtime_error("the system refused " + std::to_string(sent.refused) + " of " +
+                             std::to_string(sent.taken + sent.refused) + " lines");
+  }
+  std::cout << "Sent " << sent.taken << (sent.taken == 1 ? " line\n" : " lines\n");
+}
+
 void Run(const Options& options) {
   switch (options.task) {
     case Task::Help:
@@ -54,11 +65,9 @@ void Run(const Options& options) {
     case Task::Listen:
       Listen(options);
       break;
-    case Task::Send: {
-      const std::size_t count = SendLines(options);
-      std::cout << "Sent " << count << (count == 1 ? " line\n" : " lines\n");
+    case Task::Send:
+      Send(options);
       break;
-    }
   }
 }
 

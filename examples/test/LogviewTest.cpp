@@ -1,8 +1,13 @@
+#include <velum/diagnostics/RemoteLogger.h>
+#include <examples/logview/Listener.h>
 #include <examples/logview/ReceivedLine.h>
 #include <examples/logview/Sheet.h>
 
 #include <gtest/gtest.h>
+#include <signal.h>
 
+#include <ctime>
+#include <optional>
 #include <string>
 
 namespace vlm::logview {
@@ -23,7 +28,17 @@ TEST(LogviewLine, IsTakenFromADatagramWhateverItHolds) {
         Row{"<99999999999> a", "", "", "<99999999999> a"},
         Row{"<6> two words: a", "info", "", "two words: a"}, Row{"<6> : a", "info", "", ": a"},
         Row{"<6> " + std::string(32, 'x') + ": a", "info", "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx", "a"},
-        Row{std::string("\x1b[2J\0\x7f", 6), "", "", "\\x1b[2J\\x00\\x7f"}}) {
+        Row{std::string("\x1b[2J\0\x7f", 6), "", "", "\\x1b[2J\\x00\\x7f"},
+        Row{"\xc2\x9b"
+            "31m\xc2\xa0é€😀",
+            "", "", "\\xc2\\x9b31m\xc2\xa0é€😀"},
+        Row{"\x9b"
+            "31m\xff\xc0\x80",
+            "", "", "\\x9b31m\\xff\\xc0\\x80"},
+        Row{"\xe0\x82\x9b", "", "", "\\xe0\\x82\\x9b"},
+        Row{"\xed\xa0\x80", "", "", "\\xed\\xa0\\x80"},
+        Row{"\xf4\x90\x80\x80", "", "", "\\xf4\\x90\\x80\\x80"},
+        Row{"<6> \xc3: \xe2\x82", "info", "\\xc3", "\\xe2\\x82"}}) {
     const ReceivedLine line = ReadDatagram(row.bytes, 1.5);
     EXPECT_STREQ(line.severity, row.severity) << row.bytes;
     EXPECT_EQ(line.prefix, row.prefix) << row.bytes;
@@ -31,6 +46,29 @@ TEST(LogviewLine, IsTakenFromADatagramWhateverItHolds) {
     EXPECT_EQ(line.time, 1.5);
   }
   EXPECT_EQ(ReadDatagram(std::string(33, 'x') + ": a", 0).prefix, "");
+}
+
+TEST(LogviewListener, EndsThoughDatagramsWait) {
+  sigset_t before;
+  sigset_t stop;
+  sigemptyset(&stop);
+  sigaddset(&stop, SIGINT);
+  pthread_sigmask(SIG_BLOCK, nullptr, &before);
+  {
+    Listener listener("127.0.0.1", 0);
+    CRemoteLogger remote("127.0.0.1", listener.Port(), 0);
+    for (const char* line : {"a", "b", "c"}) ASSERT_TRUE(remote.Send(line));
+    EXPECT_EQ(listener.Next(), "<6> a");
+    ::raise(SIGINT);
+    EXPECT_EQ(listener.Next(), std::nullopt);
+    const timespec noTime{};
+    EXPECT_EQ(sigtimedwait(&stop, nullptr, &noTime), SIGINT);
+    EXPECT_EQ(listener.Next(), "<6> b");
+    listener.StopAfter(0);
+    EXPECT_EQ(listener.Next(), std::nullopt);
+  }
+  for (const int signal : {SIGINT, SIGTERM}) ::signal(signal, SIG_DFL);
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 TEST(LogviewSheet, CountsAllAndKeepsTheLast) {

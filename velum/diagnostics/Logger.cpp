@@ -3,6 +3,7 @@
 #include <velum/core/Exception.h>
 #include <velum/core/StringFormat.h>
 #include <velum/core/SystemError.h>
+#include <velum/diagnostics/detail/Finally.h>
 #include <velum/diagnostics/detail/RecentLines.h>
 #include <velum/platform/detail/LogFile.h>
 
@@ -14,25 +15,14 @@
 namespace vlm {
 namespace {
 
+using detail::Finally;
+
 constexpr char kSource[] = "Logger";
 /// How deep a callback that logs is called for its own lines.
 constexpr int kDeepest = 32;
 
 /// How many callbacks run at present, one called by the other's lines; under the lock.
 constinit int theDepth = 0;
-
-/// What is done in any case when a scope is left.
-template <class Work>
-class Finally {
- public:
-  explicit Finally(Work work) : work_(std::move(work)) {}
-  Finally(const Finally&) = delete;
-  Finally& operator=(const Finally&) = delete;
-  ~Finally() { work_(); }
-
- private:
-  Work work_;
-};
 
 }  // namespace
 
@@ -137,7 +127,10 @@ void CLogger::SendArguments(int type, const char* format, ...) {
 }
 
 void CLogger::Separator(int type, const GString& title) {
-  const std::unique_lock lock(detail::GlobalLogger::Lock());
+  if (!IsEnabled()) return;
+  const std::lock_guard lock(detail::GlobalLogger::Lock());
+  // The buffer changes with each line.
+  if (&title == &buffer_) return Separator(type, GString(title));
   if (!lastEmpty_) Send(type, GString());
   if (title.empty()) return;
   Send(type, title);
@@ -183,7 +176,7 @@ void CLogger::PassOn(int type, const GString& text) {
     AppendToBuffer(text);
   }
   if ((type & LogRemote) && IsRemoteLoggerEnabled()) {
-    remotePrefix_.empty() ? remote_->Send(text) : remote_->Send(remotePrefix_ + text);
+    remote_->SendBehind(remotePrefix_.String(), text.String());
   }
   const Finally end([this, isEmpty = text.empty()] { lastEmpty_ = isEmpty; });
   if (callback_ && theDepth < kDeepest) CallBack(type, text);

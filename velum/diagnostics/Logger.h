@@ -44,9 +44,17 @@ enum LogType : int {
 ///
 /// *The file* opens with the first line, stays open until the logger is destroyed, and may be open
 /// elsewhere: loggers of several processes that append to one file tear no line. Each line is with
-/// the system when `Send` returns, so that a crash of the process loses none. While the disk is
-/// full lines are lost, without a word to the caller; a line that is partly in the file is finished
-/// before the next, and a line "(3 lines lost: No space left on device)" stands in the gap.
+/// the system when `Send` returns, so that a crash of the process loses none.
+///
+/// - A full disk loses lines, without a word to the caller. A part of a line that it took is cut
+///   off again, so that other loggers go on behind a whole line. A line "(3 lines lost: No space
+///   left on device)" stands before the next one that finds room, or where the logger ends, if
+///   there is room then.
+/// - A part stays where others have appended to it before it could be cut off, where the file may
+///   not be cut, and in a device or a pipe: the next line finishes it first. What another process
+///   appends between the look at the file's size and the cut goes with the part.
+/// - A pipe that nobody reads can't be opened. One whose reader leaves loses lines like a full
+///   disk, and sends the process no signal. One whose reader is slow is waited for.
 ///
 /// *Threads*: any number of threads may log through any number of loggers. One lock for all of them
 /// is held while a line is passed on, so lines come one after the other; the thread that holds it
@@ -121,7 +129,12 @@ class VELUM_API CLogger {
   /// *Errors*: those of `Send`; `ERR_INTERNAL` for a null format.
   /// *Cost*: a few nanoseconds for a line that is not let through.
   void SendVA(int type, const char* format, ...);
-  /// The same, without a call for a line that is not let through.
+  /// The same for one of the named types and no arguments, without a call for a line that is not
+  /// let through.
+  void SendVA(LogType type, const char* format) {
+    if (LetsThrough(type)) SendArguments(type, format);
+  }
+  /// The same for arguments, without a call for a line that is not let through.
   template <class First, class... Others>
   [[gnu::visibility("hidden")]] void SendVA(int type, const char* format, First first,
                                             Others... others);

@@ -2,6 +2,7 @@
 
 #include <velum/core/Exception.h>
 #include <velum/core/StringFormat.h>
+#include <velum/diagnostics/detail/Finally.h>
 
 #include <atomic>
 #include <cstdarg>
@@ -27,9 +28,8 @@ void dprintf(const char* format, ...) {
   std::string text;
   va_list arguments;
   va_start(arguments, format);
-  const bool fits = FormatStringVA(text, format, arguments);
-  va_end(arguments);
-  if (!fits) text = format;
+  const detail::Finally end([&] { va_end(arguments); });
+  if (!FormatStringVA(text, format, arguments)) text = format;
   const MessageHook hook = theHook;
   (hook ? hook : &TellOnStandardError)("Error", text);
 }

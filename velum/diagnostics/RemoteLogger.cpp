@@ -1,6 +1,7 @@
 #include <velum/diagnostics/RemoteLogger.h>
 
 #include <velum/core/StringFormat.h>
+#include <velum/diagnostics/detail/Finally.h>
 #include <velum/platform/detail/HostLookup.h>
 #include <velum/platform/detail/UdpSocket.h>
 
@@ -10,11 +11,20 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace vlm {
 namespace {
 
-constexpr char kPriority[] = "<6> ";
+constexpr std::string_view kPriority = "<6> ";
+/// The most bytes of a datagram over IPv4.
+constexpr std::size_t kLongestDatagram = 65'507;
+
+/// The start of a text, as far as its first terminator. What is too long is not searched further.
+std::string_view UpToTerminator(std::string_view text) {
+  text = text.substr(0, kLongestDatagram + 1);
+  return text.substr(0, text.find('\0'));
+}
 
 std::optional<platform::Ipv4Address> AddressOf(const GString& host, unsigned long timeoutMs) {
   if (const auto dotted = platform::DottedAddress(host)) return dotted;
@@ -42,10 +52,17 @@ bool CRemoteLogger::SetHost(const GString& host, int port, unsigned long timeout
   return socket_ != kNoSocket;
 }
 
-bool CRemoteLogger::Send(const GString& text) {
+bool CRemoteLogger::Send(const GString& text) { return SendBehind({}, text.String()); }
+
+bool CRemoteLogger::SendBehind(std::string_view prefix, std::string_view text) {
   if (!IsEnabled()) return false;
-  std::string datagram = kPriority;
-  datagram += text.c_str();
+  const std::string_view begin = UpToTerminator(prefix);
+  const std::string_view end = begin.size() == prefix.size() ? UpToTerminator(text) : "";
+  const std::size_t size = kPriority.size() + begin.size() + end.size();
+  if (size > kLongestDatagram) return false;
+  std::string datagram;
+  datagram.reserve(size);
+  datagram.append(kPriority).append(begin).append(end);
   return platform::SendDatagram(socket_, address_, port_, datagram);
 }
 
@@ -54,9 +71,8 @@ bool CRemoteLogger::SendVA(const char* format, ...) {
   std::string text;
   va_list arguments;
   va_start(arguments, format);
-  const bool fits = FormatStringVA(text, format, arguments);
-  va_end(arguments);
-  return fits && Send(text);
+  const detail::Finally end([&] { va_end(arguments); });
+  return FormatStringVA(text, format, arguments) && Send(text);
 }
 
 void CRemoteLogger::Close() noexcept {

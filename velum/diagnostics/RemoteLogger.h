@@ -11,6 +11,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <string_view>
 
 namespace vlm {
 
@@ -45,8 +46,7 @@ class VELUM_API CRemoteLogger {
   /// Sends to this host and port from now on; false leaves the sender without a host.
   ///
   /// - A dotted address, "192.168.0.7": nothing is looked up or waited for.
-  /// - A name: it is looked up for at most `timeoutMs` milliseconds, and its first address is
-  /// taken.
+  /// - A name: it is looked up for at most `timeoutMs` milliseconds, and its first address taken.
   ///   What takes longer has failed; the look-up goes on unseen until it has its answer.
   /// - A port below 0 or above 65535: false.
   ///
@@ -63,8 +63,12 @@ class VELUM_API CRemoteLogger {
   bool SendVA(const char* format, ...);
 
  private:
+  friend class CLogger;
+
   static constexpr int kNoSocket = -1;
 
+  /// `Send` for a line of two parts.
+  [[gnu::visibility("hidden")]] bool SendBehind(std::string_view prefix, std::string_view text);
   [[gnu::visibility("hidden")]] void Close() noexcept;
 
   std::atomic<bool> enabled_{true};

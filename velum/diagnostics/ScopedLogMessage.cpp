@@ -8,23 +8,26 @@
 namespace vlm {
 namespace {
 
-constexpr int kScopes = 8;
-
 const char* Checked(const char* name) {
   if (!name) ThrowErrorImpl(__FILE_NAME__, __LINE__, ERR_INTERNAL);
   return name;
 }
 
+/// Not by a format: a name may be longer than what can be formatted.
+void Tell(const char* what, const GString& name) {
+  if (g_Logger.GetType() & LogScope && g_Logger.IsEnabled()) g_Logger.Send(LogScope, what + name);
+}
+
 }  // namespace
 
 ScopedLogMessage::ScopedLogMessage(const char* name) : name_(Checked(name)) {
-  g_Logger.SendVA(kScopes, "Enter %s", name);
+  Tell("Enter ", name_);
 }
 
 ScopedLogMessage::~ScopedLogMessage() {
   if (std::uncaught_exceptions() > 0) return;
   try {
-    g_Logger.SendVA(kScopes, "Exit %s", name_.c_str());
+    Tell("Exit ", name_);
   } catch (...) {
     // A destructor has nobody to tell.
   }

@@ -14,14 +14,14 @@
 namespace vlm {
 
 /// Sends "Enter name" to `g_Logger` when it is made, and "Exit name" when it ends, both with
-/// type 8.
+/// type `LogScope`, if its mask has that.
 ///
 /// A value: a copy has the same name, enters nothing, and tells of its own end.
 class VELUM_API ScopedLogMessage {
  public:
   /// Enters the scope `name`.
   ///
-  /// *Errors*: `ERR_INTERNAL` for null; what `CLogger::SendVA` throws.
+  /// *Errors*: `ERR_INTERNAL` for null; what `CLogger::Send` throws.
   explicit ScopedLogMessage(const char* name);
   /// A copy.
   ScopedLogMessage(const ScopedLogMessage&) = default;

@@ -9,9 +9,11 @@
 
 #include <testing/TemporaryFolder.h>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <fstream>
@@ -81,13 +83,14 @@ TEST(Logger, MaskHoldsForFormattedLinesOnly) {
     const char* lines;
     const char* why;
   };
-  for (const Row& row : {Row{31, 4, "va\nsend\n\ntitle\n-----\n", "all types"},
+  for (const Row& row : {Row{31, 4, "v%\nva\nsend\n\ntitle\n-----\n", "all types"},
                          Row{4, 1, "send\n\ntitle\n-----\n", "another type"},
-                         Row{4, 5, "va\nsend\n\ntitle\n-----\n", "one bit of two is enough"},
+                         Row{4, 5, "v%\nva\nsend\n\ntitle\n-----\n", "one bit of two is enough"},
                          Row{0, 31, "send\n\ntitle\n-----\n", "no type at all"},
-                         Row{-1, 1 << 30, "va\nsend\n\ntitle\n-----\n", "bits of the caller's"},
+                         Row{-1, 1 << 30, "v%\nva\nsend\n\ntitle\n-----\n", "bits of the caller's"},
                          Row{31, 0, "send\n\ntitle\n-----\n", "a line without a type"}}) {
     CLogger log("", row.mask);
+    log.SendVA(static_cast<LogType>(row.type), "v%%");
     log.SendVA(row.type, "%s", "va");
     log.Send(row.type, "send");
     log.Separator(row.type, "title");
@@ -128,6 +131,10 @@ TEST(Logger, LinesOfEveryKindAreKeptAsTheyAre) {
   log.Send(4, "again");
   log.Send(4, log.GetBuffer());
   EXPECT_EQ(log.GetBuffer(), "again\nagain\n\n") << "a buffer may be sent to itself";
+  log.EmptyBuffer();
+  log.Send(4, "again");
+  log.Separator(4, log.GetBuffer());
+  EXPECT_EQ(log.GetBuffer(), "again\n\nagain\n\n------\n") << "and be its title";
   EXPECT_THROW(log.SendVA(4, nullptr), Exception);
 }
 
@@ -218,10 +225,9 @@ TEST(Logger, DiskThatFillsUpTearsNoLine) {
   const auto old = ::signal(SIGXFSZ, SIG_IGN);
   for (const Row& row :
        {Row{6, "12345\n(3 lines lost: File too large)\nafter\n", "full at the end of a line"},
-        Row{10, "12345\nabcdefgh\n(2 lines lost: File too large)\nafter\n", "full within a line"},
-        Row{14, "12345\nabcdefgh\n(2 lines lost: File too large)\nafter\n",
-            "but for the line feed"},
-        Row{15 + 4, "12345\nabcdefgh\nlost\n(1 line lost: File too large)\nafter\n", "full again"},
+        Row{10, "12345\n(3 lines lost: File too large)\nafter\n", "full within a line"},
+        Row{14, "12345\n(3 lines lost: File too large)\nafter\n", "but for the line feed"},
+        Row{15 + 4, "12345\nabcdefgh\n(2 lines lost: File too large)\nafter\n", "full again"},
         Row{0, "(4 lines lost: File too large)\nafter\n", "full from the start"}}) {
     const TemporaryFolder folder;
     CLogger log(folder.Path("a.log"));
@@ -230,6 +236,20 @@ TEST(Logger, DiskThatFillsUpTearsNoLine) {
     LimitFileSize(std::numeric_limits<rlim_t>::max());
     log.Send(4, "after");
     EXPECT_EQ(Got(folder.Path("a.log")), row.result) << row.why;
+  }
+  {
+    const TemporaryFolder folder;
+    auto log = std::make_unique<CLogger>(folder.Path("a.log"));
+    LimitFileSize(20);
+    for (const char* line : {"0123456789", "abcdefghijklmnop", "lost"}) log->Send(4, line);
+    CLogger other(folder.Path("a.log"));
+    other.Send(4, "between");
+    LimitFileSize(std::numeric_limits<rlim_t>::max());
+    log.reset();
+    CLogger(folder.Path("a.log")).Send(4, "next process");
+    EXPECT_EQ(Got(folder.Path("a.log")),
+              "0123456789\nbetween\n(2 lines lost: File too large)\nnext process\n")
+        << "nobody meets a torn line, and the end tells of the loss";
   }
   // Each time there is a little more room: notes are cut, too, and yet every line is told of.
   const TemporaryFolder folder;
@@ -247,6 +267,27 @@ TEST(Logger, DiskThatFillsUpTearsNoLine) {
   }
   EXPECT_EQ(told, 15);
   ::signal(SIGXFSZ, old);
+}
+
+TEST(Logger, PipeIsOpenedAndLostWithoutWaitingOrASignal) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Path("pipe");
+  ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+  CLogger log(path);
+  EXPECT_THROW(log.Send(4, "nobody reads"), Exception);
+  int reader = ::open(path.c_str(), O_RDONLY | O_NONBLOCK);
+  log.Enable(true);
+  log.Send(4, "first");
+  char bytes[100];
+  EXPECT_EQ(std::string(bytes, static_cast<std::size_t>(::read(reader, bytes, 100))), "first\n");
+  ::close(reader);
+  log.Send(4, "lost");
+  log.Send(4, "lost");
+  reader = ::open(path.c_str(), O_RDONLY | O_NONBLOCK);
+  log.Send(4, "after");
+  EXPECT_EQ(std::string(bytes, static_cast<std::size_t>(::read(reader, bytes, 100))),
+            "(2 lines lost: Broken pipe)\nafter\n");
+  ::close(reader);
 }
 
 /// What a callback was told.
@@ -337,9 +378,11 @@ TEST(Logger, RemoteLinesAreThoseWithTheirBit) {
   EXPECT_FALSE(log.IsRemoteLoggerEnabled());
   log.Send(16, "not sent");
   log.EnableRemoteLogger(true);
-  log.Send(20, std::string(65'507, 'x'));  // Longer than a datagram.
+  log.Send(20, std::string(65'497, 'x'));  // With the prefix longer than a datagram.
+  log.Send(20, std::string(65'496, 'x'));
   log.SendVA(31, "%s", "last");
   EXPECT_EQ(receiver.Next(), "<6> probe: first");
+  EXPECT_EQ(receiver.Next(), "<6> probe: " + std::string(65'496, 'x'));
   EXPECT_EQ(receiver.Next(), "<6> probe: last");
   EXPECT_EQ(receiver.Next(false), std::nullopt);
   EXPECT_FALSE(log.SetRemoteLogger("", "256.0.0.1.example.invalid", -1, 0));
@@ -369,6 +412,10 @@ TEST_F(Scopes, TellOfTheirBeginAndTheirEnd) {
   g_Logger.SetType(31 & ~8);
   { const ScopedLogMessage scope("masked"); }
   EXPECT_EQ(g_Logger.GetBuffer(), "");
+  g_Logger.SetType(8);
+  const GString longest(9000, 'x');
+  { const ScopedLogMessage scope(longest.c_str()); }
+  EXPECT_EQ(g_Logger.GetBuffer(), "Enter " + longest + "\nExit " + longest + "\n");
   EXPECT_THROW(ScopedLogMessage(nullptr), Exception);
 }
 

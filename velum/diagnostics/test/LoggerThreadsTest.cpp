@@ -51,6 +51,41 @@ void LogLines(CLogger& log, int thread) {
   }
 }
 
+/// True for "<6> " and a line of a thread.
+bool IsWholeDatagram(const std::string& bytes) {
+  int thread = 0;
+  int number = 0;
+  return std::sscanf(bytes.c_str(), "<6> %d %d", &thread, &number) == 2 &&
+         bytes == "<6> " + LineOf(thread, number);
+}
+
+/// Takes datagrams as they come, each of which must be a whole line.
+class Listener {
+ public:
+  explicit Listener(CLogger& log) {
+    EXPECT_TRUE(log.SetRemoteLogger("", "127.0.0.1", receiver_.Port(), 0));
+  }
+  /// How many came.
+  int End() {
+    ends_ = true;
+    thread_.join();
+    return arrived_;
+  }
+
+ private:
+  void Run() {
+    while (const auto bytes = receiver_.Next(!ends_)) {
+      ++arrived_;
+      EXPECT_TRUE(IsWholeDatagram(*bytes)) << *bytes;
+    }
+  }
+
+  const test::Receiver receiver_;
+  std::atomic<bool> ends_{false};
+  int arrived_ = 0;
+  std::thread thread_{[this] { Run(); }};
+};
+
 void LogFromAllThreads(CLogger& log) {
   std::vector<std::thread> threads;
   for (int t = 0; t < kThreads; ++t) threads.emplace_back([&log, t] { LogLines(log, t); });
@@ -68,38 +103,21 @@ void ExpectAllLines(std::istream& lines, int threads = kThreads) {
   for (int t = 0; t < threads; ++t) EXPECT_EQ(next[static_cast<unsigned>(t)], kLines) << t;
 }
 
-/// True for "<6> " and a line of a thread.
-bool IsWholeDatagram(const std::string& bytes) {
-  int thread = 0;
-  int number = 0;
-  return std::sscanf(bytes.c_str(), "<6> %d %d", &thread, &number) == 2 &&
-         bytes == "<6> " + LineOf(thread, number);
-}
-
-TEST(LoggerThreads, TearAndLoseNoLineOfTheBuffer) {
+TEST(LoggerThreads, TearAndLoseNoLineOfTheBufferAndSendWholeDatagrams) {
   CLogger log;
+  Listener listener(log);
   LogFromAllThreads(log);
+  EXPECT_GT(listener.End(), 0);
   std::istringstream lines(log.GetBuffer());
   ExpectAllLines(lines);
 }
 
 TEST(LoggerThreads, TearAndLoseNoLineOfTheFileAndSendWholeDatagrams) {
   const TemporaryFolder folder;
-  const test::Receiver receiver;
   CLogger log(folder.Path("a.log"));
-  ASSERT_TRUE(log.SetRemoteLogger("", "127.0.0.1", receiver.Port(), 0));
-  std::atomic<bool> ends{false};
-  int arrived = 0;
-  std::thread listener([&] {
-    while (const auto bytes = receiver.Next(!ends)) {
-      ++arrived;
-      ASSERT_TRUE(IsWholeDatagram(*bytes)) << *bytes;
-    }
-  });
+  Listener listener(log);
   LogFromAllThreads(log);
-  ends = true;
-  listener.join();
-  EXPECT_GT(arrived, 0);
+  EXPECT_GT(listener.End(), 0);
   std::ifstream lines(folder.Path("a.log"));
   ExpectAllLines(lines);
 }
@@ -218,6 +236,7 @@ TEST(LoggerAtExit, CallbackThatWaitsForEverIsNotWaitedFor) {
         std::thread([] { g_Logger.Send(LogAlert, "a"); }).detach();
         while (!isInside) std::this_thread::yield();
         g_Logger.Enable(false);
+        g_Logger.Separator(LogAlert, "not waited for either");
         std::exit(0);
       },
       ::testing::ExitedWithCode(0), "");

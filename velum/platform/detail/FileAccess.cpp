@@ -21,6 +21,7 @@ int OpenFlags(const OpenWish& wish) {
   if (wish.creates) flags |= O_CREAT;
   if (wish.creates && wish.mustBeNew) flags |= O_EXCL;
   if (wish.appends) flags |= O_APPEND;
+  if (wish.atOnce) flags |= O_NONBLOCK;
   return flags;
 }
 

@@ -27,6 +27,7 @@ struct OpenWish {
   bool mustBeNew = false;        ///< Fails for a file that is there; with `creates`.
   bool empties = false;          ///< Cuts a file that is there to no bytes.
   bool appends = false;          ///< Writes at the end only.
+  bool atOnce = false;           ///< Fails for a pipe that nobody reads, and waits for nothing.
   unsigned int permissions = 0;  ///< Those of a file that is made, before the process's mask.
 };
 

@@ -4,10 +4,16 @@
 #include <velum/platform/detail/NativePath.h>
 #include <velum/platform/detail/SystemMessages.h>
 
+#include <fcntl.h>
+#include <pthread.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <ctime>
+#include <new>
+#include <optional>
 #include <utility>
 
 namespace vlm::platform {
@@ -31,10 +37,45 @@ std::string LossNote(std::size_t lines, int error) {
          " lost: " + (reason ? reason : "unknown reason") + ")\n";
 }
 
+/// Keeps the signal of a pipe without a reader from the process, unless it was on its way already.
+class NoBrokenPipeSignal {
+ public:
+  NoBrokenPipeSignal() noexcept {
+    sigset_t pending;
+    ::sigemptyset(&pending);
+    ::sigpending(&pending);
+    wasPending_ = ::sigismember(&pending, SIGPIPE) == 1;
+    ::sigemptyset(&signal_);
+    ::sigaddset(&signal_, SIGPIPE);
+    ::pthread_sigmask(SIG_BLOCK, &signal_, &before_);
+  }
+  NoBrokenPipeSignal(const NoBrokenPipeSignal&) = delete;
+  NoBrokenPipeSignal& operator=(const NoBrokenPipeSignal&) = delete;
+  ~NoBrokenPipeSignal() {
+    const timespec noTime{};
+    while (!wasPending_ && ::sigtimedwait(&signal_, nullptr, &noTime) == -1 && errno == EINTR) {
+    }
+    ::pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+  }
+
+ private:
+  sigset_t signal_;
+  sigset_t before_;
+  bool wasPending_;
+};
+
 }  // namespace
 
 LogFile::~LogFile() {
-  if (file_ != -1) CloseFile(file_);
+  if (file_ == -1) return;
+  try {
+    out_ = std::move(rest_);
+    if (lost_ > 0) out_ += LossNote(lost_, error_);
+    if (!out_.empty()) Write();
+  } catch (const std::bad_alloc&) {
+    // The note is lost, too.
+  }
+  CloseFile(file_);
 }
 
 bool LogFile::Open(const char* path, bool keeps) {
@@ -42,6 +83,7 @@ bool LogFile::Open(const char* path, bool keeps) {
   wish.sharing.writes = true;
   wish.creates = true;
   wish.appends = true;
+  wish.atOnce = true;
   wish.permissions = kPermissions;
   if (!keeps) {
     RemoveRegularFile(path);
@@ -49,6 +91,10 @@ bool LogFile::Open(const char* path, bool keeps) {
   }
   file_ = OpenFile(path, wish);
   if (file_ == -1) return false;
+  struct stat status {};
+  isRegular_ = ::fstat(file_, &status) == 0 && S_ISREG(status.st_mode);
+  // Lines wait for a slow reader; only the opening did not.
+  ::fcntl(file_, F_SETFL, ::fcntl(file_, F_GETFL) & ~O_NONBLOCK);
   if (!keeps) Append({});
   return true;
 }
@@ -82,17 +128,31 @@ bool LogFile::Append(std::string_view line) {
 }
 
 std::size_t LogFile::Write() noexcept {
+  std::optional<NoBrokenPipeSignal> noSignal;
+  if (!isRegular_) noSignal.emplace();
+  std::int64_t start = -1;
   std::size_t done = 0;
   while (done < out_.size()) {
     const ssize_t put = ::write(file_, out_.data() + done, out_.size() - done);
     if (put > 0) {
+      // Where the bytes went shows only now, and is asked only if they are not all.
+      if (done == 0 && static_cast<std::size_t>(put) < out_.size()) {
+        start = ::lseek(file_, 0, SEEK_CUR) - put;
+      }
       done += static_cast<std::size_t>(put);
     } else if (put == 0 || errno != EINTR) {
       if (lost_ == 0) error_ = put == 0 ? EIO : errno;
       break;
     }
   }
-  return done;
+  return done < out_.size() && CutOff(start, done) ? 0 : done;
+}
+
+bool LogFile::CutOff(std::int64_t start, std::size_t count) const noexcept {
+  struct stat status {};
+  return isRegular_ && count > 0 && ::fstat(file_, &status) == 0 &&
+         status.st_size == start + static_cast<std::int64_t>(count) &&
+         ::ftruncate(file_, start) == 0;
 }
 
 }  // namespace vlm::platform
