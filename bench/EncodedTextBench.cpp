@@ -7,6 +7,7 @@
 #include <unicode/ucnv.h>
 #include <unicode/ustring.h>
 
+#include <algorithm>
 #include <fstream>
 #include <memory>
 #include <random>
@@ -58,6 +59,7 @@ struct Files {
   vlm::testing::TemporaryFolder folder;
   std::string utf8 = folder.Path("utf-8");
   std::string utf16 = folder.Path("utf-16");
+  std::string narrow = folder.Path("windows-1252");
 
   Files() {
     const std::string text = Text(kSize, std::size(kSentences));
@@ -67,6 +69,12 @@ struct Files {
     units.back() = u'\n';
     std::ofstream(utf16, std::ios::binary)
         .write(reinterpret_cast<const char*>(units.data()), kSize);
+    // The first four sentences, in which every byte of the page counts as a character.
+    std::string latin = Text(kSize, 4);
+    for (char& byte : latin) {
+      if (static_cast<unsigned char>(byte) >= 0x80) byte = '\xE9';
+    }
+    std::ofstream(narrow, std::ios::binary) << latin;
   }
 };
 
@@ -75,11 +83,12 @@ const Files& TheFiles() {
   return files;
 }
 
-void ReadByVelum(benchmark::State& state, const std::string& path, TextEncoding encoding) {
+void ReadByVelum(benchmark::State& state, const std::string& path, TextEncoding encoding,
+                 unsigned int page = 0) {
   std::size_t units = 0;
   for (auto _ : state) {
-    vlm::CEncodedBufferedFile file(path, "r", vlm::CEncodedBufferedFile::ShareDenyNone, encoding, 0,
-                                   true, false);
+    vlm::CEncodedBufferedFile file(path, "r", vlm::CEncodedBufferedFile::ShareDenyNone, encoding,
+                                   page, true, false);
     std::wstring line;
     while (file.ReadString(line)) units += line.size();
   }
@@ -127,7 +136,7 @@ void ReadByConverter(benchmark::State& state, const std::string& path, const cha
                    true, &error);
     line.resize(static_cast<std::size_t>(to - line.data()));
   };
-  ReadByGetline(state, path, name != std::string_view("UTF-8"), convert);
+  ReadByGetline(state, path, name == std::string_view("UTF-16LE"), convert);
 }
 
 /// A megabyte of text, there and back.
@@ -161,6 +170,15 @@ void ConvertRows(const std::string& input, std::size_t kinds) {
                   static_cast<int32_t>(text.utf8.size()), &status);
     return length;
   });
+  // What the memory allows: each byte copied to an element, and each element to a byte.
+  row("Utf8ToWide/copy/", [wide](const Megabyte& text) {
+    return std::copy(text.utf8.begin(), text.utf8.end(), wide->begin()) - wide->begin();
+  });
+  row("WideToUtf8/copy/", [bytes](const Megabyte& text) {
+    return std::transform(text.wide.begin(), text.wide.end(), bytes->begin(),
+                          [](wchar_t c) { return static_cast<char>(c); }) -
+           bytes->begin();
+  });
   row("WideToUtf8/velum/", [bytes](const Megabyte& text) {
     return vlm::platform::WideToUtf8(text.wide, bytes->data());
   });
@@ -187,6 +205,12 @@ const bool added = [] {
       [](benchmark::State& state) { ReadByVelum(state, TheFiles().utf16, vlm::EncodingUTF16LE); });
   row("ReadString/getline+ucnv/utf16-100MB",
       [](benchmark::State& state) { ReadByConverter(state, TheFiles().utf16, "UTF-16LE"); });
+  row("ReadString/velum/windows-1252-100MB", [](benchmark::State& state) {
+    ReadByVelum(state, TheFiles().narrow, vlm::EncodingANSI, 1252);
+  });
+  row("ReadString/getline+ucnv/windows-1252-100MB", [](benchmark::State& state) {
+    ReadByConverter(state, TheFiles().narrow, "ibm-5348_P100-1997");
+  });
   ConvertRows("ascii-1MB", 3);
   ConvertRows("mixed-1MB", std::size(kSentences));
   return true;

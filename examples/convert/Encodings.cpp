@@ -6,31 +6,31 @@
 #include <velum/files/CodePageInfo.h>
 #include <examples/common/Program.h>
 
+#include <optional>
+
 namespace vlm::convert {
 namespace {
-
-constexpr unsigned int kUtf8Page = 65001;
 
 constexpr struct {
   const char* name;
   unsigned int page;
 } kNames[] = {
-    {"windows-1250", 1250}, {"windows-1251", 1251}, {"windows-1252", 1252}, {"windows-1253", 1253},
-    {"windows-1254", 1254}, {"windows-1255", 1255}, {"windows-1256", 1256}, {"windows-1257", 1257},
-    {"windows-1258", 1258}, {"windows-874", 874},   {"iso-8859-1", 28591},  {"iso-8859-2", 28592},
-    {"iso-8859-3", 28593},  {"iso-8859-4", 28594},  {"iso-8859-5", 28595},  {"iso-8859-6", 28596},
-    {"iso-8859-7", 28597},  {"iso-8859-8", 28598},  {"iso-8859-9", 28599},  {"iso-8859-13", 28603},
-    {"iso-8859-15", 28605}, {"latin1", 28591},      {"koi8-r", 20866},      {"koi8-u", 21866},
-    {"shift_jis", 932},     {"euc-jp", 51932},      {"iso-2022-jp", 50220}, {"euc-kr", 51949},
-    {"big5", 950},          {"gbk", 936},           {"gb2312", 936},        {"gb18030", 54936},
-    {"macintosh", 10000},   {"us-ascii", 20127},    {"ibm437", 437},        {"ibm850", 850},
-    {"ibm866", 866},        {"utf-7", 65000},
+    {"utf-8", 65001},       {"utf8", 65001},        {"utf-16", 1200},       {"utf-16le", 1200},
+    {"utf-16be", 1201},     {"windows-1250", 1250}, {"windows-1251", 1251}, {"windows-1252", 1252},
+    {"windows-1253", 1253}, {"windows-1254", 1254}, {"windows-1255", 1255}, {"windows-1256", 1256},
+    {"windows-1257", 1257}, {"windows-1258", 1258}, {"windows-874", 874},   {"iso-8859-1", 28591},
+    {"iso-8859-2", 28592},  {"iso-8859-3", 28593},  {"iso-8859-4", 28594},  {"iso-8859-5", 28595},
+    {"iso-8859-6", 28596},  {"iso-8859-7", 28597},  {"iso-8859-8", 28598},  {"iso-8859-9", 28599},
+    {"iso-8859-13", 28603}, {"iso-8859-15", 28605}, {"latin1", 28591},      {"koi8-r", 20866},
+    {"koi8-u", 21866},      {"shift_jis", 932},     {"euc-jp", 51932},      {"iso-2022-jp", 50220},
+    {"euc-kr", 51949},      {"big5", 950},          {"gbk", 936},           {"gb2312", 936},
+    {"gb18030", 54936},     {"macintosh", 10000},   {"us-ascii", 20127},    {"ibm437", 437},
+    {"ibm850", 850},        {"ibm866", 866},        {"utf-7", 65000},
 };
 
 bool IsSame(const std::string& a, const char* b) { return StringEquivalent()(a, std::string(b)); }
 
-// The page of a name; 0 for none.
-unsigned int PageOf(const std::string& name) {
+std::optional<unsigned int> PageOf(const std::string& name) {
   unsigned int page = 0;
   if (StringToUnsigned(name, page)) return page;
   for (const auto& row : kNames) {
@@ -38,7 +38,24 @@ unsigned int PageOf(const std::string& name) {
   }
   const CodePageInfo pages;
   unsigned int index = 0;
-  return pages.GetIndexFromName(name, index) ? pages.GetPageNumberByIndex(index) : 0;
+  if (pages.GetIndexFromName(name, index)) return pages.GetPageNumberByIndex(index);
+  return {};
+}
+
+// What is no code page of its own but has a number.
+std::optional<Encoding> UnicodeOf(unsigned int page) {
+  switch (page) {
+    case 0:
+    case 1:
+    case 65001:
+      return Encoding{EncodingUTF8, 0};
+    case 1200:
+      return Encoding{EncodingUTF16LE, 0};
+    case 1201:
+      return Encoding{EncodingUTF16BE, 0};
+    default:
+      return {};
+  }
 }
 
 }  // namespace
@@ -57,21 +74,25 @@ std::string Encoding::Name() const {
   for (const auto& row : kNames) {
     if (row.page == page) return row.name;
   }
-  return "code page " + std::to_string(page);
+  const CodePageInfo pages;
+  unsigned int index = 0;
+  const bool isListed = page <= 0xFFFF && pages.GetIndexFromPageNumber(page, index);
+  return isListed ? std::string(pages.GetNameByIndex(index).c_str())
+                  : "code page " + std::to_string(page);
 }
 
 Encoding FindEncoding(const std::string& name) {
-  if (IsSame(name, "utf-8") || IsSame(name, "utf8")) return {EncodingUTF8, 0};
-  if (IsSame(name, "utf-16le")) return {EncodingUTF16LE, 0};
-  if (IsSame(name, "utf-16be")) return {EncodingUTF16BE, 0};
-  const unsigned int page = PageOf(name);
-  if (page == kUtf8Page) return {EncodingUTF8, 0};
-  if (page == 0) throw examples::UsageError("there is no encoding '" + name + "'");
-  const AtoW probe("a", page);
-  if (*static_cast<const wchar_t*>(probe) == 0) {
-    throw examples::UsageError("code page " + std::to_string(page) + " can't be converted here");
+  const std::optional<unsigned int> page = PageOf(name);
+  if (!page) throw examples::UsageError("there is no encoding '" + name + "'");
+  if (const auto unicode = UnicodeOf(*page)) return *unicode;
+  const std::string number = "code page " + std::to_string(*page);
+  const AtoW probe("\n", *page);
+  const std::wstring feed(static_cast<const wchar_t*>(probe));
+  if (feed.empty()) throw examples::UsageError(number + " can't be converted here");
+  if (feed != L"\n") {
+    throw examples::UsageError(number + " is EBCDIC, whose line ends this program doesn't know");
   }
-  return {EncodingANSI, page};
+  return {EncodingANSI, *page};
 }
 
 }  // namespace vlm::convert

@@ -1,6 +1,6 @@
 #include <examples/convert/Evidence.h>
 
-#include <velum/files/EncodedBufferedFile.h>
+#include <velum/files/FileUtilities.h>
 #include <examples/convert/Survey.h>
 
 namespace vlm::convert {
@@ -9,26 +9,73 @@ namespace {
 constexpr unsigned int kSample = 512;
 constexpr unsigned int kAssumedPage = 1252;
 
-void SettleNarrow(const std::string& path, Evidence& evidence) {
-  const Survey survey = TakeSurvey(path, {EncodingUTF8, 0});
-  evidence.encoding = {EncodingUTF8, 0};
-  if (survey.bytes == 0) {
-    evidence.reason = "the file is empty";
-  } else if (survey.ascii == survey.characters) {
-    evidence.reason = "all of it is ASCII, which is UTF-8 as well";
-  } else if (survey.malformed == 0) {
-    evidence.reason = "all that is not ASCII (" + std::to_string(survey.characters - survey.ascii) +
-                      ") is well-formed UTF-8, which other text hardly ever is";
-  } else {
-    evidence.encoding = {EncodingANSI, kAssumedPage};
+bool IsYes(ConfidenceLevel level) {
+  return level == ConfidenceCertain || level == ConfidenceLikely;
+}
+
+void SettleMarked(std::uint64_t bytes, Evidence& evidence) {
+  evidence.encoding = evidence.mark;
+  evidence.reason = "its mark says so";
+  if (evidence.mark.kind == EncodingUTF8) return;
+  const ConfidenceLevel level =
+      evidence.mark.kind == EncodingUTF16LE ? evidence.utf16le : evidence.utf16be;
+  if (bytes % 2 != 0) {
     evidence.isSure = false;
-    if (evidence.binary == ConfidenceCertain) {
-      evidence.reason = "bytes of 0 stand where no text has them: this is hardly one";
-      return;
+    evidence.reason += ", but its last character is cut: the number of bytes is odd";
+  } else if (level == ConfidenceNo) {
+    evidence.isSure = false;
+    evidence.reason += ", but its first bytes have characters that no text has";
+  } else if (IsYes(level)) {
+    evidence.reason += ", and its bytes bear it out";
+  }
+}
+
+// True if the statistics tell UTF-16, surely or as all that is left.
+bool SettleUtf16(Evidence& evidence) {
+  for (const ConfidenceLevel level : {ConfidenceCertain, ConfidenceLikely}) {
+    for (const TextEncoding kind : {EncodingUTF16LE, EncodingUTF16BE}) {
+      if ((kind == EncodingUTF16LE ? evidence.utf16le : evidence.utf16be) != level) continue;
+      evidence.encoding = {kind, 0};
+      evidence.reason = level == ConfidenceCertain
+                            ? "every second one of its first bytes is 0, and all others are ASCII"
+                            : "its first bytes are spread as those of UTF-16 are, without a mark";
+      return true;
     }
+  }
+  const bool maybeLow = evidence.utf16le == ConfidenceDoubtful;
+  const bool maybeHigh = evidence.utf16be == ConfidenceDoubtful;
+  if (evidence.narrow != ConfidenceNo || (!maybeLow && !maybeHigh)) return false;
+  evidence.isSure = false;
+  evidence.encoding = {maybeLow ? EncodingUTF16LE : EncodingUTF16BE, 0};
+  evidence.reason = maybeLow && maybeHigh
+                        ? "bytes of 0 rule out narrow text, and nothing else fits"
+                        : "bytes of 0 rule out narrow text, and the other byte order has "
+                          "characters that no text has";
+  return true;
+}
+
+void SettleNarrow(const std::string& path, Evidence& evidence) {
+  evidence.isSure = false;
+  evidence.encoding = {EncodingANSI, kAssumedPage};
+  if (evidence.binary == ConfidenceCertain) {
+    evidence.reason = "bytes of 0 stand where no text has them: this is hardly one";
+    return;
+  }
+  const Survey survey = TakeSurvey(path, {EncodingUTF8, 0});
+  if (survey.malformed > 0) {
     evidence.reason =
         "narrow text, and no UTF-8: nothing in it tells one code page from another, so that this "
         "one is assumed; --from names another";
+    return;
+  }
+  evidence.encoding = {EncodingUTF8, 0};
+  evidence.reason = survey.ascii == survey.characters
+                        ? "all of it is ASCII, which is UTF-8 as well"
+                        : "all that is not ASCII (" +
+                              std::to_string(survey.characters - survey.ascii) +
+                              ") is well-formed UTF-8, which other text hardly ever is";
+  if (evidence.narrow == ConfidenceDoubtful) {
+    evidence.reason += "; but its first bytes are spread as those of UTF-16 are";
   }
 }
 
@@ -46,21 +93,13 @@ Evidence Examine(const std::string& path, const std::optional<Encoding>& named) 
     evidence.reason = "told by --from";
     return evidence;
   }
-  const CEncodedBufferedFile file(path, "r", CEncodedBufferedFile::ShareDenyWrite, EncodingUnknown,
-                                  0, false, false);
-  evidence.encoding.kind = file.GetEncoding();
-  if (file.GetEncoding() == EncodingANSI) {
+  const auto bytes = static_cast<std::uint64_t>(GetFileSize(path));
+  if (bytes == 0) {
+    evidence.reason = "the file is empty";
+  } else if (evidence.markSize > 0) {
+    SettleMarked(bytes, evidence);
+  } else if (!SettleUtf16(evidence)) {
     SettleNarrow(path, evidence);
-  } else if (evidence.markSize > 0 && evidence.mark.kind == file.GetEncoding()) {
-    evidence.reason = "its mark says so";
-    if (evidence.encoding.kind != EncodingUTF8) evidence.reason += ", and its bytes bear it out";
-  } else {
-    evidence.reason = "its first bytes are spread as those of UTF-16 are, without a mark";
-    const ConfidenceLevel level =
-        evidence.encoding.kind == EncodingUTF16LE ? evidence.utf16le : evidence.utf16be;
-    evidence.isSure = level == ConfidenceCertain || level == ConfidenceLikely;
-    if (!evidence.isSure)
-      evidence.reason = "bytes of 0 rule out narrow text, and nothing else fits";
   }
   return evidence;
 }

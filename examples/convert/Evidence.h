@@ -10,7 +10,6 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace vlm::convert {
 
@@ -28,8 +27,9 @@ struct Evidence {
 };
 
 /// Examines a file; `named` is the encoding that the user told, which is taken as it is. Without
-/// it a mark or the statistics of the first 512 bytes tell UTF-16 and UTF-8; narrow text is UTF-8
-/// if all of it is well formed, and is assumed to be windows-1252 otherwise.
+/// it a mark tells the encoding, or the statistics of the first 512 bytes UTF-16. All else is
+/// assumed: no text if they say so, UTF-16 where zeros rule out narrow text, UTF-8 if all of the
+/// file is well formed, windows-1252 otherwise.
 ///
 /// *Errors*: `Exception`.
 [[nodiscard]] Evidence Examine(const std::string& path, const std::optional<Encoding>& named);

@@ -21,11 +21,9 @@ constexpr char kUsage[] =
     "  -o, --output PICTURE     draws the first bytes of IN; ends in .png, .svg or .pdf\n"
     "  -h, --help               this text\n"
     "\n"
-    "NAME is utf-8, utf-16le, utf-16be, the number of a code page, or a name such as "
-    "windows-1251,\n"
-    "iso-8859-2, koi8-r, shift_jis, big5. Without OUT nothing is converted. OUT appears once it "
-    "is\n"
-    "whole, and may be IN.\n"
+    "NAME is utf-8, utf-16le, utf-16be, the number of a code page, or a name such as\n"
+    "windows-1251, iso-8859-2, koi8-r, shift_jis, big5. Without OUT nothing is converted.\n"
+    "OUT appears once it is whole, and may be IN.\n"
     "\n"
     "The status is 0 if all was done, 1 if something failed, 2 for a wrong command line.\n";
 

@@ -26,6 +26,7 @@ int UnitFromEnd(std::string_view bytes, std::size_t back, TextEncoding encoding)
 }
 
 LineEnd EndOf(std::string_view bytes, TextEncoding encoding) {
+  if (IsUtf16(encoding) && bytes.size() % 2 != 0) return LineEnd::None;  // cut inside a unit
   const int last = UnitFromEnd(bytes, 0, encoding);
   if (last == '\r') return LineEnd::Return;
   if (last != '\n') return LineEnd::None;

@@ -55,7 +55,7 @@ TEST(ByteCells, AreTheBytesOfCharacters) {
   }
 }
 
-TEST(Evidence, NarrowTextIsUtf8IfAllOfItIs) {
+TEST(Evidence, IsTakenInTheOrderOfItsWeight) {
   const testing::TemporaryFolder folder;
   const std::string path = folder.Path("a");
   const struct {
@@ -64,18 +64,25 @@ TEST(Evidence, NarrowTextIsUtf8IfAllOfItIs) {
     bool isSure;
     const char* reason;
   } rows[] = {
-      {"", EncodingANSI, true, "the file is empty"},
-      {"abc", EncodingUTF8, true, "all of it is ASCII"},
-      {"\xC3\xA9", EncodingUTF8, true, "all that is not ASCII (1) is well-formed UTF-8"},
+      {"", EncodingUTF8, true, "the file is empty"},
+      {"abc", EncodingUTF8, false, "all of it is ASCII"},
+      {"\xC3\xA9", EncodingUTF8, false, "all that is not ASCII (1) is well-formed UTF-8"},
       {"caf\xE9", EncodingANSI, false, "nothing in it tells one code page from another"},
       {"a\0\0b"s, EncodingUTF16LE, false, "bytes of 0 rule out narrow text"},
       {"\xFF\xFEx\0"s, EncodingUTF16LE, true, "its mark says so"},
-      {"x\0y\0"s, EncodingUTF16LE, true, "its first bytes are spread"},
+      {"\xFF\xFEx\0y"s, EncodingUTF16LE, false, "its last character is cut"},
+      {"\xFF\xFEx\0\0\0"s, EncodingUTF16LE, false, "characters that no text has"},
+      {"\xEF\xBB\xBF\xFF", EncodingUTF8, true, "its mark says so"},
+      {"x\0y\0"s, EncodingUTF16LE, true, "all others are ASCII"},
+      {"\0x\0y"s, EncodingUTF16BE, true, "all others are ASCII"},
+      {"\4\x16\0 \4\x17"s, EncodingUTF16BE, true, "its first bytes are spread"},
+      {"\x16\4\x38\4\x37\4", EncodingUTF8, false, "but its first bytes are spread"},
+      {"\1\0\0\0\2\0\0\0"s, EncodingANSI, false, "this is hardly one"},
   };
   for (const auto& row : rows) {
     Put(path, row.bytes);
     const Evidence evidence = Examine(path, {});
-    EXPECT_EQ(evidence.encoding.kind, row.bytes.empty() ? EncodingUTF8 : row.kind) << row.reason;
+    EXPECT_EQ(evidence.encoding.kind, row.kind) << row.reason;
     EXPECT_EQ(evidence.isSure, row.isSure) << row.reason;
     EXPECT_NE(evidence.reason.find(row.reason), std::string::npos) << evidence.reason;
   }
@@ -95,6 +102,25 @@ TEST(Survey, CountsWhatThereIs) {
   EXPECT_EQ(survey.pairs, 1u);
   EXPECT_EQ(survey.zeros, 1u);
   EXPECT_EQ(survey.malformed, 1u) << "U+FFFD itself is none";
+}
+
+TEST(Survey, AByteLeftOverIsNoLineEnd) {
+  const testing::TemporaryFolder folder;
+  const std::string path = folder.Path("a");
+  Put(path, "x\0\0\n\0"s);
+  EXPECT_EQ(TakeSurvey(path, {EncodingUTF16LE, 0}).feeds, 0u);
+}
+
+TEST(Encodings, AreFoundByNumberAndName) {
+  const struct {
+    const char* name;
+    const char* found;
+  } rows[] = {
+      {"0", "UTF-8"},          {"1", "UTF-8"},          {"65001", "UTF-8"},
+      {"UTF-16", "UTF-16LE"},  {"1200", "UTF-16LE"},    {"1201", "UTF-16BE"},
+      {"28592", "iso-8859-2"}, {"864", "Arabic (864)"}, {"arabic (864)", "Arabic (864)"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(FindEncoding(row.name).Name(), row.found) << row.name;
 }
 
 TEST(Conversion, WritesTheTargetAsItIsTold) {

@@ -1,6 +1,7 @@
 #include <velum/files/EncodedBufferedFile.h>
 
 #include <velum/core/Exception.h>
+#include <velum/files/File.h>
 #include <velum/files/detail/FileError.h>
 #include <velum/files/detail/StreamMode.h>
 #include <velum/files/detail/TextStream.h>
@@ -45,9 +46,34 @@ ConfidenceLevel IsFileUTF16(const GString& path, TextEncoding encoding) {
   return encoding == EncodingUTF16LE ? IsFileUTF16LE(path, kSample) : IsFileUTF16BE(path, kSample);
 }
 
-bool IsUtf8Page(unsigned int codePage) {
-  constexpr unsigned int kUtf8 = 65001;
-  return codePage <= 1 || codePage == kUtf8;
+/// True for a file whose first bytes can be looked at before it is read: none that gives bytes
+/// without having a size, as pipes do, and those files that the system makes up as they are read.
+bool CanBeExamined(const GString& path) {
+  if (platform::SizeOf(path.c_str()) != 0) return true;
+  if (!platform::IsRegularFile(path.c_str())) return false;
+  CFile file(path, CFile::AccessRead, CFile::ModeOpenExisting, CFile::ShareDenyNone);
+  char byte;
+  return file.Read(&byte, 1) == 0;
+}
+
+/// Reads a line of up to `size` - 1 characters: `next` gives one, below 0 at the end, and `sees`
+/// tells whether a line feed comes next.
+template <class Char, class Next, class Sees>
+Char* ReadChunk(Char* buffer, unsigned int size, Next next, Sees sees) {
+  if (size == 0) return nullptr;
+  Char* to = buffer;
+  Char* const last = buffer + size - 1;
+  *to = 0;
+  while (to != last) {
+    const int c = next();
+    if (c < 0) return to == buffer ? nullptr : buffer;
+    if (c == '\r' && sees()) continue;
+    const bool isEnd = c == '\r' || c == '\n';
+    *to++ = static_cast<Char>(isEnd ? '\n' : c);
+    *to = 0;
+    if (isEnd) break;
+  }
+  return buffer;
 }
 
 }  // namespace
@@ -131,8 +157,10 @@ bool CEncodedBufferedFile::OpenNoThrow(const GString& path, const GString& mode,
     return false;
   }
   GString modeSuffix;
+  bool isExamined = false;
   try {
-    Choose(mode, encoding, trustEncoding, modeSuffix);
+    isExamined = ExaminesFile(mode) && CanBeExamined(path_);
+    Choose(isExamined, encoding, trustEncoding, modeSuffix);
   } catch (const Exception& error) {
     // What can't be opened to be examined can't be opened to be read; errno has the reason.
     if (error.GetErrCode() != ERR_OPEN) throw;
@@ -140,7 +168,10 @@ bool CEncodedBufferedFile::OpenNoThrow(const GString& path, const GString& mode,
   }
   stream_ = TextStream::Open(path_.c_str(), wish, EncodingOf(modeSuffix));
   if (!stream_) return false;
-  const bool isBehindMark = !ExaminesFile(mode) || stream_->Position() == startOfText_;
+  if (ExaminesFile(mode) && !isExamined) {
+    startOfText_ = static_cast<unsigned int>(stream_->Position());  // behind its mark, if any
+  }
+  const bool isBehindMark = !isExamined || stream_->Position() == startOfText_;
   if (!isBehindMark && !stream_->Seek(startOfText_, 0)) {
     const int error = errno;
     stream_.reset();
@@ -154,12 +185,10 @@ bool CEncodedBufferedFile::OpenNoThrow(const GString& path, const GString& mode,
   return true;
 }
 
-void CEncodedBufferedFile::Choose(const GString& mode, TextEncoding encoding, bool trustEncoding,
+void CEncodedBufferedFile::Choose(bool examines, TextEncoding encoding, bool trustEncoding,
                                   GString& modeSuffix) {
   unsigned int markSize = 0;
   TextEncoding markEncoding = EncodingANSI;
-  const bool examines = ExaminesFile(mode);
-  // A pipe has no size, and what is read from it is gone.
   if (examines && platform::SizeOf(path_.c_str()) > 0) GetBOMInfo(path_, markSize, markEncoding);
   const TextEncoding asked = encoding == EncodingUnknown ? EncodingANSI : encoding;
   const unsigned int usualSize = asked == EncodingANSI ? 0 : asked == EncodingUTF8 ? 3 : 2;
@@ -216,7 +245,6 @@ wchar_t CEncodedBufferedFile::Getc() {
 }
 
 wchar_t CEncodedBufferedFile::UnGetc(wchar_t c) {
-  if (!IsOpen()) return kNoElement;
   if (readAt_ == input_.size()) {
     if (EndOfFile()) {
       ClearInput();
@@ -274,54 +302,45 @@ std::int64_t CEncodedBufferedFile::Seek(std::int64_t offset, int origin) {
 std::size_t CEncodedBufferedFile::FillInputBuffer() {
   ClearInput();
   if (!IsOpen()) return 0;
-  if (encoding_ != EncodingANSI || IsUtf8Page(codePage_)) {
-    const bool isRead = stream_->AppendLine(input_);
-    if (!isRead) ClearInput();
-    Require(isRead, __LINE__, ERR_READ);
-    return input_.size();
+  const auto lock = stream_->Lock();
+  try {
+    if (encoding_ != EncodingANSI || platform::IsUtf8Page(codePage_)) {
+      Require(stream_->AppendLine(input_), __LINE__, ERR_READ);
+    } else {
+      FillFromPage();
+    }
+  } catch (...) {
+    // A part of a line would pass for a whole one.
+    ClearInput();
+    throw;
   }
-  // A whole line at once, so that no character of several bytes is cut.
-  std::string bytes;
-  Require(stream_->AppendLine(bytes), __LINE__, ERR_READ);
-  input_.resize(platform::NarrowToWide(bytes, codePage_, nullptr));
-  platform::NarrowToWide(bytes, codePage_, input_.data());
   return input_.size();
+}
+
+void CEncodedBufferedFile::FillFromPage() {
+  // Some pages have lines that are no text, such as those that only switch character sets.
+  for (std::string bytes; input_.empty(); bytes.clear()) {
+    Require(stream_->AppendLine(bytes), __LINE__, ERR_READ);
+    if (bytes.empty()) return;
+    // A whole line at once, so that no character of several bytes is cut.
+    platform::AppendWide(bytes, codePage_, input_);
+  }
 }
 
 wchar_t* CEncodedBufferedFile::ReadText(wchar_t* buffer, unsigned int size) {
   if (!buffer) ThrowErrorImpl(__FILE_NAME__, __LINE__, ERR_INTERNAL);
-  if (size == 0) return nullptr;
-  wchar_t* to = buffer;
-  wchar_t* const last = buffer + size - 1;
-  *to = L'\0';
-  while (to != last) {
-    const int c = GetNextWideChar();
-    if (c < 0) return to == buffer ? nullptr : buffer;
-    if (c == '\r' && SeesLineFeed()) continue;
-    const bool isEnd = c == '\r' || c == '\n';
-    *to++ = isEnd ? L'\n' : static_cast<wchar_t>(c);
-    *to = L'\0';
-    if (isEnd) break;
-  }
-  return buffer;
+  if (!IsOpen()) return nullptr;
+  const auto lock = stream_->Lock();
+  return ReadChunk(
+      buffer, size, [&] { return GetNextWideChar(); }, [&] { return SeesLineFeed(false); });
 }
 
 char* CEncodedBufferedFile::ReadText(char* buffer, unsigned int size) {
   if (!buffer) ThrowErrorImpl(__FILE_NAME__, __LINE__, ERR_INTERNAL);
-  if (size == 0) return nullptr;
-  char* to = buffer;
-  char* const last = buffer + size - 1;
-  *to = '\0';
-  while (to != last) {
-    const int c = GetNextChar();
-    if (c < 0) return to == buffer ? nullptr : buffer;
-    if (c == '\r' && SeesLineFeed()) continue;
-    const bool isEnd = c == '\r' || c == '\n';
-    *to++ = isEnd ? '\n' : static_cast<char>(c);
-    *to = '\0';
-    if (isEnd) break;
-  }
-  return buffer;
+  if (!IsOpen()) return nullptr;
+  const auto lock = stream_->Lock();
+  return ReadChunk(
+      buffer, size, [&] { return GetNextChar(); }, [&] { return SeesLineFeed(true); });
 }
 
 int CEncodedBufferedFile::GetNextChar() {
@@ -336,21 +355,21 @@ int CEncodedBufferedFile::GetNextWideChar() {
   return unit;
 }
 
-bool CEncodedBufferedFile::SeesLineFeed() {
+bool CEncodedBufferedFile::SeesLineFeed(bool asByte) {
   bool sees = false;
-  Require(stream_->SeesLineFeed(sees), __LINE__, ERR_READ);
+  Require(stream_->SeesLineFeed(sees, asByte), __LINE__, ERR_READ);
   return sees;
 }
 
 void CEncodedBufferedFile::VerifyANSI(unsigned int markSize, TextEncoding markEncoding,
                                       GString& modeSuffix) {
   const ConfidenceLevel ansi = IsFileANSI(path_, kSample);
-  for (const TextEncoding encoding : {EncodingUTF16LE, EncodingUTF16BE}) {
-    const ConfidenceLevel level = IsFileUTF16(path_, encoding);
-    const bool isIt = ansi == ConfidenceNo         ? level != ConfidenceNo
-                      : ansi == ConfidenceDoubtful ? IsYes(level)
-                                                   : false;
-    if (isIt) return Settle(encoding, markSize, modeSuffix);
+  if (!IsYes(ansi)) {
+    for (const TextEncoding encoding : {EncodingUTF16LE, EncodingUTF16BE}) {
+      const ConfidenceLevel level = IsFileUTF16(path_, encoding);
+      const bool isIt = ansi == ConfidenceNo ? level != ConfidenceNo : IsYes(level);
+      if (isIt) return Settle(encoding, markSize, modeSuffix);
+    }
   }
   Settle(markEncoding == EncodingUTF8 ? EncodingUTF8 : EncodingANSI, markSize, modeSuffix);
 }

@@ -37,22 +37,26 @@ class TextStream;
 ///
 /// *Lines*. A line ends with a line feed, a carriage return or both, in any mixture; a read line
 /// has no line end, and a written text gets none. Reading goes by lines: `Getc` takes from the line
-/// that was read ahead, and the stream's position stands behind that line.
+/// that was read ahead, and the stream's position stands behind that line. In a code page lines end
+/// at the bytes 0A and 0D before they are converted. EBCDIC has its line ends elsewhere and other
+/// characters at 0D, so that such pages are not for this class.
 ///
-/// *Marks*. A new or empty file that is opened for writing begins with the byte order mark of its
-/// encoding, other than `EncodingANSI`. Reading begins behind a mark.
+/// *Marks*. The mode "w", and "a" on an empty file, begins with the byte order mark of the
+/// encoding, other than `EncodingANSI`; no other mode writes one. Reading begins behind a mark.
 ///
 /// *Pairs*. A character above U+FFFF is two elements in both directions. Half a pair at the end of
 /// what is written waits for the other half to be written next.
 ///
 /// *Memory*: a line, and two blocks.
 ///
-/// Threads: an object and its copies belong to one thread at a time.
+/// Threads: an object belongs to one thread at a time. Copies in several threads may read lines at
+/// once: `Getc`, `ReadString`, `FillInputBuffer` and `ReadText` hold the stream's lock over the
+/// line or chunk that they read. For all else the copies belong to one thread together.
 ///
 /// *Errors*: `Exception` with the code that a function names, the path of the file and the system's
 /// text. The file then stays open; what was read of a line before is lost. What is written waits in
 /// a block, so that a full disk may show as late as in `Flush` or `Close`. `ERR_INTERNAL` for a
-/// null pointer.
+/// null pointer. `std::bad_alloc` for a line that memory does not hold; the next line is read next.
 class VELUM_API CEncodedBufferedFile {
  public:
   /// What others may do with the file as long as it is open here; see `CFile::Sharing`.
@@ -101,6 +105,9 @@ class VELUM_API CEncodedBufferedFile {
   /// other mode takes the encoding as it is named, and the size of that encoding's mark as the
   /// start of text.
   ///
+  /// - A pipe, a device or a file without a size that has bytes all the same: the named encoding is
+  ///   kept, and its mark read past.
+  ///
   /// *Errors*: `ERR_OPEN` if the system, another's sharing or the mode's letters refuse: no file is
   /// changed then. `ERR_INTERNAL` for an empty path or mode, a `sharing` that is none, or if this
   /// file is open already; `ERR_INVALID_PARAMETER` for an encoding that is none.
@@ -122,7 +129,8 @@ class VELUM_API CEncodedBufferedFile {
   void Flush();
   /// Sets the code page of what is read and written from here; numbers above 65535 become 65535.
   ///
-  /// - A number that names no page: every line is empty, so that `ReadString` gives false.
+  /// - A number that names no page: the text is empty, so that `ReadString` reads to the end and
+  ///   gives false.
   void SetCodePage(unsigned int codePage) noexcept;
 
   /// Reads an element of the text; 0xFFFF at the end, which U+FFFF in the text looks like as well,
@@ -130,8 +138,9 @@ class VELUM_API CEncodedBufferedFile {
   ///
   /// *Errors*: `ERR_READ`.
   wchar_t Getc();
-  /// Puts any element back to be read next, any number of times, and gives it; 0xFFFF on a closed
-  /// file.
+  /// Puts any element back to be read next, any number of times, and gives it; on a closed file,
+  /// too. `Open` and `Close` forget it. 0xFFFF if there is nothing to put it back to: the line that
+  /// was to be read ahead is missing.
   ///
   /// *Errors*: `ERR_READ`, since a line may be read ahead.
   wchar_t UnGetc(wchar_t c);
@@ -177,7 +186,7 @@ class VELUM_API CEncodedBufferedFile {
   ///
   /// *Errors*: `ERR_READ`.
   wchar_t* ReadText(wchar_t* buffer, unsigned int size);
-  /// The same for bytes, whatever the encoding.
+  /// The same for bytes, whatever the encoding: a line feed is the byte 0A.
   char* ReadText(char* buffer, unsigned int size);
   /// Reads a byte from the stream; -1 at the end.
   ///
@@ -203,11 +212,12 @@ class VELUM_API CEncodedBufferedFile {
   [[gnu::visibility("hidden")]] void VerifyUTF16(TextEncoding first, TextEncoding second,
                                                  unsigned int markSize, TextEncoding markEncoding,
                                                  GString& modeSuffix);
-  /// Chooses the encoding, by what was asked for and what is there.
-  [[gnu::visibility("hidden")]] void Choose(const GString& mode, TextEncoding encoding,
+  /// Chooses the encoding, by what was asked for and, if the file is examined, what is there.
+  [[gnu::visibility("hidden")]] void Choose(bool examines, TextEncoding encoding,
                                             bool trustEncoding, GString& modeSuffix);
   [[gnu::visibility("hidden")]] void ClearInput() const noexcept;
-  [[gnu::visibility("hidden")]] bool SeesLineFeed();
+  [[gnu::visibility("hidden")]] bool SeesLineFeed(bool asByte);
+  [[gnu::visibility("hidden")]] void FillFromPage();
   /// Throws `code` with the system's text unless `succeeded`.
   [[gnu::visibility("hidden")]] void Require(bool succeeded, int line, int code) const;
 

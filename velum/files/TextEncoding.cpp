@@ -2,6 +2,7 @@
 
 #include <velum/core/Exception.h>
 #include <velum/files/File.h>
+#include <velum/files/detail/Marks.h>
 #include <velum/files/detail/UnicodeTests.h>
 #include <velum/platform/detail/FileSystem.h>
 
@@ -53,8 +54,9 @@ ConfidenceLevel LooksAnsi(std::string_view bytes, unsigned int sampleSize) {
   }
   // One zero at the end of a whole file may have ended a text in memory.
   const bool mayEndInZero = bytes.size() < sampleSize && bytes.back() == '\0';
-  if (mayEndInZero) bytes.remove_suffix(1);
-  if (Passes(bytes, kNullBytes)) return ConfidenceNo;
+  if (Passes(bytes.substr(0, bytes.size() - (mayEndInZero ? 1 : 0)), kNullBytes)) {
+    return ConfidenceNo;
+  }
   constexpr unsigned int kOfUtf16 =
       kSignature | kReverseSignature | kStatistics | kReverseStatistics;
   return Passes(bytes, kOfUtf16) ? ConfidenceDoubtful : ConfidenceLikely;
@@ -69,15 +71,11 @@ bool GetBOMInfo(const GString& path, unsigned int& size, TextEncoding& encoding)
   CFile file(path, CFile::AccessRead, CFile::ModeOpenExisting, CFile::ShareDenyNone);
   char bytes[3];
   const std::string_view start(bytes, file.Read(bytes, sizeof(bytes)));
-  constexpr struct {
-    std::string_view mark;
-    TextEncoding encoding;
-  } kMarks[] = {
-      {"\xFF\xFE", EncodingUTF16LE}, {"\xFE\xFF", EncodingUTF16BE}, {"\xEF\xBB\xBF", EncodingUTF8}};
-  for (const auto& row : kMarks) {
-    if (!start.starts_with(row.mark)) continue;
-    size = static_cast<unsigned int>(row.mark.size());
-    encoding = row.encoding;
+  for (const TextEncoding marked : {EncodingUTF8, EncodingUTF16LE, EncodingUTF16BE}) {
+    const std::string_view mark = MarkOf(marked);
+    if (!start.starts_with(mark)) continue;
+    size = static_cast<unsigned int>(mark.size());
+    encoding = marked;
   }
   return true;
 }

@@ -1,5 +1,6 @@
 #include <velum/files/detail/TextStream.h>
 
+#include <velum/files/detail/Marks.h>
 #include <velum/platform/detail/CodePages.h>
 #include <velum/platform/detail/LineEnds.h>
 #include <velum/platform/detail/Utf16.h>
@@ -15,19 +16,6 @@ namespace vlm::detail {
 namespace {
 
 constexpr std::size_t kPiece = 4096;  // elements decoded or encoded at once: they stay in the cache
-
-std::string_view MarkOf(TextEncoding encoding) {
-  switch (encoding) {
-    case EncodingUTF8:
-      return "\xEF\xBB\xBF";
-    case EncodingUTF16LE:
-      return "\xFF\xFE";
-    case EncodingUTF16BE:
-      return "\xFE\xFF";
-    default:
-      return {};
-  }
-}
 
 /// How many bytes at the end may begin a character of UTF-8 that goes on.
 std::size_t CutOfUtf8(const char* at, const char* end) noexcept {
@@ -131,8 +119,45 @@ void TextStream::Decode(const char* at, const char* end, std::wstring& line) {
   line.append(piece_.get(), count);
 }
 
-bool TextStream::AppendLine(std::wstring& line) {
+bool TextStream::AppendLine(std::wstring& line) { return TakeWholeLine(line); }
+
+bool TextStream::AppendLine(std::string& line) { return TakeWholeLine(line); }
+
+template <class Line>
+bool TextStream::TakeWholeLine(Line& line) {
   if (!BeginReading()) return false;
+  try {
+    return TakeLine(line);
+  } catch (...) {
+    // What is left of it would look like a line.
+    SkipLine(sizeof(line[0]) == 1);
+    throw;
+  }
+}
+
+void TextStream::SkipLine(bool isInBytes) {
+  half_ = 0;
+  while (true) {
+    const char* const at = block_.get() + at_;
+    const char* const end = block_.get() + end_;
+    const char* stop = isInBytes ? platform::FindLineEnd(at, end) : FindEnd(at, end);
+    const bool isLine = stop != end;
+    // Half a unit waits for the other one.
+    if (!isLine && !isInBytes) stop -= static_cast<std::size_t>(end - at) % UnitSize();
+    at_ += static_cast<std::size_t>(stop - at);
+    if (isLine) {
+      (void)TakeLineEnd(isInBytes);
+      return;
+    }
+    if (!Fill()) return;
+    if (metEnd_) {
+      at_ = end_;
+      return;
+    }
+  }
+}
+
+bool TextStream::TakeLine(std::wstring& line) {
   if (half_ != 0) line += std::exchange(half_, L'\0');
   // What is decoded at once never ends inside a character, unless the file does.
   const std::size_t most = kPiece * UnitSize();
@@ -147,7 +172,7 @@ bool TextStream::AppendLine(std::wstring& line) {
     at_ += static_cast<std::size_t>(stop - at);
     if (isLine) {
       line += L'\n';
-      return TakeLineEnd();
+      return TakeLineEnd(false);
     }
     if (isLast) return true;
     if (stop != at && Held() >= most) continue;
@@ -156,8 +181,7 @@ bool TextStream::AppendLine(std::wstring& line) {
   }
 }
 
-bool TextStream::AppendLine(std::string& line) {
-  if (!BeginReading()) return false;
+bool TextStream::TakeLine(std::string& line) {
   while (true) {
     const char* const at = block_.get() + at_;
     const char* const end = at + Held();
@@ -166,12 +190,7 @@ bool TextStream::AppendLine(std::string& line) {
     at_ += static_cast<std::size_t>(stop - at);
     if (stop != end) {
       line += '\n';
-      // In bytes, whatever the encoding.
-      const bool isBack = block_[at_++] == '\r';
-      if (!isBack) return true;
-      if (!Hold(1)) return false;
-      at_ += Held() > 0 && block_[at_] == '\n';
-      return true;
+      return TakeLineEnd(true);
     }
     if (!Fill()) return false;
     if (metEnd_) return true;
@@ -234,30 +253,31 @@ bool TextStream::HoldCharacter() {
   return true;
 }
 
-bool TextStream::SeesLineFeed(bool& sees) {
+bool TextStream::SeesLineFeed(bool& sees, bool asByte) {
   sees = false;
   if (!BeginReading()) return false;
-  if (half_ != 0) return true;
-  const std::size_t size = UnitSize();
+  if (half_ != 0 && !asByte) return true;
+  const std::size_t size = asByte ? 1 : UnitSize();
   if (!Hold(size)) return false;
   if (Held() < size) {
     metEnd_ = Held() == 0;  // An odd byte is still to come.
     return true;
   }
   const char* const at = block_.get() + at_;
-  sees = IsUtf16() ? platform::UnitAt(at, encoding_ == EncodingUTF16BE) == L'\n' : *at == '\n';
+  sees = size == 2 ? platform::UnitAt(at, encoding_ == EncodingUTF16BE) == L'\n' : *at == '\n';
   return true;
 }
 
-bool TextStream::TakeLineEnd() {
+bool TextStream::TakeLineEnd(bool isInBytes) {
+  const std::size_t size = isInBytes ? 1 : UnitSize();
   const char* const at = block_.get() + at_;
   const wchar_t unit =
-      IsUtf16() ? platform::UnitAt(at, encoding_ == EncodingUTF16BE) : static_cast<wchar_t>(*at);
-  at_ += UnitSize();
+      size == 2 ? platform::UnitAt(at, encoding_ == EncodingUTF16BE) : static_cast<wchar_t>(*at);
+  at_ += size;
   if (unit != L'\r') return true;
   bool sees = false;
-  if (!SeesLineFeed(sees)) return false;
-  if (sees) at_ += UnitSize();
+  if (!SeesLineFeed(sees, isInBytes)) return false;
+  if (sees) at_ += size;
   return true;
 }
 

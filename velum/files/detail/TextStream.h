@@ -18,12 +18,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 
 namespace vlm::detail {
 
-/// A file as text. Has identity and owns its descriptor; one thread uses it at a time.
+/// A file as text. Has identity and owns its descriptor. One thread uses it at a time: who reads a
+/// line or a chunk of one holds `Lock` meanwhile, so that others may do so, too.
 ///
 /// Bytes are read in blocks and decoded as lines are asked for, so that `Position` is always where
 /// the next character begins. What is malformed is read as velum/platform/detail/Utf8.h and
@@ -54,6 +56,8 @@ class TextStream {
   /// Closes the file without a word.
   ~TextStream();
 
+  /// Waits until no other thread reads a line, and keeps others from it.
+  [[nodiscard]] std::unique_lock<std::mutex> Lock() { return std::unique_lock(mutex_); }
   [[nodiscard]] bool IsOpen() const noexcept { return file_ != -1; }
   /// The position in bytes.
   [[nodiscard]] std::int64_t Position() const noexcept;
@@ -61,7 +65,9 @@ class TextStream {
   [[nodiscard]] bool AtEnd() const noexcept { return metEnd_; }
 
   /// Appends the next line in UTF-8 or UTF-16 with a line feed; the last one may have none. At the
-  /// end nothing is appended.
+  /// end nothing is appended. If there is no memory for it, the position is behind the line.
+  ///
+  /// *Errors*: `std::bad_alloc`.
   [[nodiscard]] bool AppendLine(std::wstring& line);
   /// The same for the bytes of a line.
   [[nodiscard]] bool AppendLine(std::string& line);
@@ -69,8 +75,8 @@ class TextStream {
   [[nodiscard]] bool ReadUnit(int& unit);
   /// Reads a byte; `kNone` at the end.
   [[nodiscard]] bool ReadByte(int& byte);
-  /// Tells whether a line feed comes next.
-  [[nodiscard]] bool SeesLineFeed(bool& sees);
+  /// Tells whether a line feed comes next, in the encoding or as a byte.
+  [[nodiscard]] bool SeesLineFeed(bool& sees, bool asByte = false);
 
   /// Writes text. The first half of a pair at its end waits for the second one.
   ///
@@ -94,6 +100,13 @@ class TextStream {
   /// How many bytes at the end of a piece may belong to a character that goes on.
   [[nodiscard]] std::size_t CutBytes(const char* at, const char* end) const noexcept;
   void Decode(const char* at, const char* end, std::wstring& line);
+  [[nodiscard]] bool TakeLine(std::wstring& line);
+  [[nodiscard]] bool TakeLine(std::string& line);
+  /// Calls `TakeLine`, and steps over the line if there is no memory for it.
+  template <class Line>
+  [[nodiscard]] bool TakeWholeLine(Line& line);
+  /// Steps over the rest of a line, as far as it can be read. `isInBytes`, whatever the encoding.
+  void SkipLine(bool isInBytes);
 
   /// Puts mark and position in place after opening.
   bool Begin(const platform::OpenWish& wish);
@@ -106,11 +119,12 @@ class TextStream {
   /// Holds the bytes of the next character, of which the first ones are held, and none beyond.
   bool HoldCharacter();
   /// Steps over a line feed, a carriage return or both.
-  bool TakeLineEnd();
+  bool TakeLineEnd(bool isInBytes);
   void Encode(std::wstring_view text, unsigned int codePage);
   /// Gives up waiting for the second half of a pair.
   void EndPair();
 
+  std::mutex mutex_;
   int file_;
   const TextEncoding encoding_;
   const bool reads_;

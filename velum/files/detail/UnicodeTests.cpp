@@ -1,5 +1,7 @@
 #include <velum/files/detail/UnicodeTests.h>
 
+#include <velum/platform/detail/Utf16.h>
+
 #include <cstddef>
 #include <cstdlib>
 
@@ -7,7 +9,10 @@ namespace vlm::detail {
 
 namespace {
 
-constexpr int kMark = 0xFEFF;
+using platform::IsHighSurrogate;
+using platform::IsLowSurrogate;
+
+constexpr wchar_t kMark = 0xFEFF;
 
 /// The units of a sample in one byte order.
 class Units {
@@ -19,7 +24,14 @@ class Units {
   [[nodiscard]] int High(std::size_t i) const noexcept {
     return Byte(2 * i + (highFirst_ ? 0 : 1));
   }
-  [[nodiscard]] int operator[](std::size_t i) const noexcept { return High(i) << 8 | Low(i); }
+  [[nodiscard]] wchar_t operator[](std::size_t i) const noexcept {
+    return platform::UnitAt(bytes_.data() + 2 * i, highFirst_);
+  }
+
+  /// True if the last byte is 0, and so may have ended a narrow text in memory.
+  [[nodiscard]] bool EndInZero() const noexcept {
+    return size() > 0 && bytes_.size() % 2 == 0 && bytes_.back() == '\0';
+  }
 
   /// True if some unit is what `is` asks for.
   template <class Is>
@@ -40,17 +52,17 @@ class Units {
 };
 
 bool IsAscii16(const Units& units) noexcept {
-  return units.size() > 0 && !units.Any([](int unit) { return unit == 0 || unit > 0x7F; });
+  return units.size() > 0 && !units.Any([](wchar_t unit) { return unit == 0 || unit > 0x7F; });
 }
 
 bool HasControls(const Units& units) noexcept {
-  return units.Any([](int unit) {
+  return units.Any([](wchar_t unit) {
     return unit == '\t' || unit == '\n' || unit == '\r' || unit == ' ' || unit == 0x3000;
   });
 }
 
 bool HasIllegalChars(const Units& units) noexcept {
-  return units.Any([](int unit) {
+  return units.Any([](wchar_t unit) {
     return unit == 0 || unit == 0x0A00 || unit == 0x0A0D || unit == 0xFFFE || unit == 0xFFFF;
   });
 }
@@ -61,12 +73,9 @@ bool IsControlByte(int byte) noexcept {
   return byte < 0x20 && !isOfNarrowText;
 }
 
-bool IsHighSurrogate(int unit) noexcept { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsLowSurrogate(int unit) noexcept { return unit >= 0xDC00 && unit <= 0xDFFF; }
-
 /// True for a unit that text hardly has.
 bool IsOdd(const Units& units, std::size_t i) noexcept {
-  const int unit = units[i];
+  const wchar_t unit = units[i];
   if (IsHighSurrogate(unit)) return i + 1 < units.size() && !IsLowSurrogate(units[i + 1]);
   if (IsLowSurrogate(unit)) return i == 0 || !IsHighSurrogate(units[i - 1]);
   return (unit >= 0xE000 && unit <= 0xF8FF) || (unit >= 0xFDD0 && unit <= 0xFDEF) || unit >= 0xFFFE;
@@ -111,6 +120,7 @@ bool HasStatistics(const Units& units) noexcept {
     controls += (IsControlByte(units.Low(i)) ? 1u : 0u) + (IsControlByte(units.High(i)) ? 1u : 0u);
     odd += IsOdd(units, i) ? 1 : 0;
   }
+  if (units.EndInZero()) --controls;
   if (controls == 0 || controls * kUnitsToAControl < units.size()) return false;
   const Variation variation = VariationOf(units);
   return odd * kUnitsToAnOddOne <= units.size() && 3 * variation.high < 2 * variation.low;

@@ -5,33 +5,7 @@
 ///
 ///     const bool isText = vlm::detail::UnicodeTests(bytes, vlm::detail::kStatistics) != 0;
 ///
-/// The tests have their published names and bits; their rules are our own:
-///
-/// - ASCII16: there are units, and each is from 0001 to 007F.
-/// - STATISTICS: the bytes are spread as those of UTF-16 are; see below.
-/// - CONTROLS: a unit is a tab, line feed, carriage return, blank or ideographic blank (3000).
-/// - SIGNATURE: the first unit is FEFF.
-/// - ILLEGAL_CHARS: a unit is 0000, FFFE or FFFF, or one of two that no script has and that line
-///   ends elsewhere look like: 0A00, a line feed in the other byte order, and 0A0D, CR LF in narrow
-///   text.
-/// - ODD_LENGTH: the number of bytes is odd.
-/// - NULL_BYTES: a byte is 0.
-///
-/// Units are read with the low byte first, in the reversed tests with the high byte first; an odd
-/// byte at the end belongs to none. A pair that the sample's end cuts is as good as a whole one.
-///
-/// The statistics rest on three things that hold in every script.
-///
-/// 1. Narrow text has no control bytes but tab, line ends, form feed and those that switch
-///    character sets (0E, 0F, 1A, 1B), while UTF-16 has others everywhere: zeros above Latin
-///    letters, the numbers of the small scripts' rows, low bytes of any value. At least one unit in
-///    64 must have one.
-/// 2. Neighbouring characters are of one script, so that the high bytes vary less than the low
-///    ones: the sum of their differences must be below two thirds of the low bytes' sum. ASCII and
-///    a mark are passed over and add 1 to the latter; a pair has the high byte of its first and the
-///    low byte of its second half.
-/// 3. Text has few characters that nobody assigns: at most one unit in 16 may be a surrogate
-///    without partner, for private use or no character at all.
+/// velum/files/TextEncoding.h states the rule of each test. An odd byte at the end is in no unit.
 
 #include <string_view>
 

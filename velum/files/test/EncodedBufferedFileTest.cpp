@@ -3,16 +3,20 @@
 #include <velum/files/test/FileErrors.h>
 #include <velum/files/test/reference/PlainTextReader.h>
 
+#include <testing/FailingAllocations.h>
 #include <testing/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
+#include <sys/stat.h>
 
+#include <cwchar>
 #include <fstream>
 #include <iterator>
+#include <new>
 #include <random>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace vlm {
@@ -43,6 +47,16 @@ class OpenedFile : public File {
   using File::ReadText;
   using File::Seek;
 };
+
+template <class Action>
+bool CatchesBadAlloc(Action action) {
+  try {
+    action();
+    return false;
+  } catch (const std::bad_alloc&) {
+    return true;
+  }
+}
 
 class EncodedFile : public ::testing::Test {
  protected:
@@ -137,7 +151,8 @@ TEST_F(EncodedFile, DoesWhatAPlainReaderDoesOnAnyBytes) {
     }
     Put(path_, bytes);
     const auto encoding = static_cast<TextEncoding>(random() % 4);
-    const unsigned int page = encoding == EncodingANSI ? 1252 : 0;
+    constexpr unsigned int kPages[] = {0, 1252, 932};
+    const unsigned int page = kPages[random() % 3];
     Open("rb", encoding, page);
     test::PlainTextReader plain(bytes, encoding, page, file_.GetPosition());
     std::wstring line, expected;
@@ -347,7 +362,9 @@ TEST_F(EncodedFile, AClosedFileTakesAndGivesNothing) {
   std::wstring line;
   EXPECT_EQ(file_.GetEncoding(), EncodingUnknown);
   EXPECT_EQ(file_.Getc(), wchar_t(0xFFFF));
-  EXPECT_EQ(file_.UnGetc(L'x'), wchar_t(0xFFFF));
+  EXPECT_EQ(file_.UnGetc(L'x'), L'x') << "which is all that it takes";
+  EXPECT_EQ(file_.Getc(), L'x');
+  EXPECT_EQ(file_.Getc(), wchar_t(0xFFFF));
   EXPECT_EQ(file_.Putc('x'), 0xFFFF);
   EXPECT_FALSE(file_.ReadString(line));
   file_.WriteString(L"x");
@@ -426,6 +443,129 @@ TEST_F(EncodedFile, ACodePageThatIsNoneReadsAndWritesNothing) {
   file_.WriteString(L"x");
   file_.Close();
   EXPECT_EQ(Got(path_), "abc\n");
+}
+
+TEST_F(EncodedFile, ALineThatIsNoTextIsNotTheEnd) {
+  Put(path_, "a\n~\nb\n~\n");
+  Open("r", EncodingANSI, 52936);
+  EXPECT_EQ(Lines(), (std::vector<std::wstring>{L"a", L"b"}));
+  EXPECT_EQ(file_.GetPosition(), 8);
+}
+
+TEST_F(EncodedFile, WhatCanNotBeExaminedKeepsItsEncodingAndLosesItsMark) {
+  const struct {
+    const char* why;
+    std::string bytes;
+    TextEncoding encoding;
+  } rows[] = {
+      {"without a mark", "ab\n", EncodingUTF8},
+      {"a mark",
+       "\xEF\xBB\xBF"
+       "ab\n",
+       EncodingUTF8},
+      {"of two bytes", "\xFE\xFF\0a\0b"s, EncodingUTF16BE},
+      {"narrow", "ab", EncodingANSI},
+  };
+  for (const auto& row : rows) {
+    for (const bool trust : {true, false}) {
+      SCOPED_TRACE(row.why);
+      ASSERT_EQ(mkfifo(path_.c_str(), 0600), 0);
+      std::thread writer([&] { Put(path_, row.bytes); });
+      Open("r", row.encoding, 1252, trust);
+      EXPECT_EQ(file_.GetEncoding(), row.encoding);
+      EXPECT_EQ(Lines(), std::vector<std::wstring>{L"ab"});
+      writer.join();
+      file_.Close();
+      std::remove(path_.c_str());
+    }
+  }
+  File made("/proc/self/status", "r", File::ShareDenyNone, EncodingUTF8, 0, false, false);
+  EXPECT_EQ(made.GetEncoding(), EncodingUTF8) << "has no size, and bytes";
+  EXPECT_EQ(made.Getc(), L'N');
+}
+
+TEST_F(EncodedFile, BehindALineThatMemoryDoesNotHoldIsTheNextOne) {
+  if (!testing::kAllocationsCanFail) GTEST_SKIP();
+  const std::wstring longLine(100000, L'x');
+  for (const TextEncoding encoding : {EncodingANSI, EncodingUTF8, EncodingUTF16BE}) {
+    Open("w", encoding, 1252);
+    file_.WriteString(longLine + L"\r\nnext");
+    file_.Close();
+    bool failed = true;
+    for (std::size_t succeeding = 0; failed; ++succeeding) {
+      SCOPED_TRACE(succeeding);
+      Open("r", encoding, 1252);
+      std::wstring line;
+      {
+        const testing::FailingAllocations exhausted(succeeding);
+        failed = CatchesBadAlloc([&] { file_.ReadString(line); });
+      }
+      if (failed) {
+        ASSERT_TRUE(file_.ReadString(line));
+        // Nothing was read of the first one if there was not even a block.
+        if (line == longLine) file_.ReadString(line);
+        EXPECT_EQ(line, L"next");
+        EXPECT_FALSE(file_.ReadString(line));
+      }
+      file_.Close();
+      ASSERT_LT(succeeding, 1000u);
+    }
+  }
+}
+
+TEST_F(EncodedFile, ALongLineTakesAFewTimesItsSize) {
+  constexpr std::size_t kSize = 4'000'000;
+  for (const unsigned int page : {0u, 1252u}) {
+    Put(path_, std::string(kSize, 'x') + "\ny");
+    Open("r", EncodingANSI, page);
+    const testing::AllocationPeak peak;
+    std::wstring line;
+    ASSERT_TRUE(file_.ReadString(line));
+    EXPECT_EQ(line.size(), kSize);
+    // A growing text is there twice for a moment, the new half of it unused.
+    EXPECT_LT(peak.Bytes(), 4 * kSize * sizeof(wchar_t));
+    file_.Close();
+  }
+}
+
+TEST_F(EncodedFile, CopiesMayReadLinesInSeveralThreads) {
+  constexpr int kLines = 20000;
+  std::string text;
+  for (int i = 0; i < kLines; ++i)
+    text += std::to_string(i) + std::string(static_cast<std::size_t>(i % 50), 'x') + "\n";
+  Put(path_, text);
+  for (const unsigned int page : {0u, 1252u}) {
+    Open("r", EncodingANSI, page);
+    OpenedFile copies[] = {file_, file_};
+    std::vector<bool> seen[2];
+    const auto read = [&](int which) {
+      seen[which].resize(kLines);
+      wchar_t chunk[256];
+      std::wstring line;
+      for (bool chunks = which != 0;; chunks = !chunks) {
+        if (chunks ? !copies[which].ReadText(chunk, 256) : !copies[which].ReadString(line)) return;
+        const std::wstring got = chunks ? std::wstring(chunk).substr(0, wcslen(chunk) - 1) : line;
+        const auto number = static_cast<std::size_t>(std::stoi(got));
+        EXPECT_EQ(got.size(), std::to_wstring(number).size() + number % 50) << "a whole line";
+        seen[which][number] = true;
+      }
+    };
+    std::thread other(read, 1);
+    read(0);
+    other.join();
+    for (std::size_t i = 0; i < kLines; ++i) ASSERT_NE(seen[0][i], seen[1][i]) << i;
+    file_.Close();
+  }
+}
+
+TEST_F(EncodedFile, BytesAreReadAsBytesWhateverTheEncoding) {
+  Put(path_, "a\r\nb\r\0\n"s);
+  Open("r", EncodingUTF16LE);
+  char text[8];
+  for (const std::string& line : {"a\n"s, "b\n"s, "\0\n"s}) {
+    ASSERT_NE(file_.ReadText(text, 8), nullptr);
+    EXPECT_EQ(std::string(text, line.size() + 1), line + '\0');
+  }
 }
 
 TEST_F(EncodedFile, StateOfAPageWithSwitchesEndsWithTheLine) {

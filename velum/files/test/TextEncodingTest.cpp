@@ -31,6 +31,8 @@ TEST(TextEncoding, EvidenceIsWhatTheBytesAre) {
       {"of even length", "some texts", 0, EncodingANSI, kLikely, kDoubtful, kDoubtful, kDoubtful},
       {"a zero at the end", "some texts!\0"s, 0, EncodingANSI, kLikely, kDoubtful, kDoubtful,
        kDoubtful},
+      {"which is part of a unit all the same", "\1\0"s, 0, EncodingANSI, kDoubtful, kCertain,
+       kDoubtful, kNo},
       {"two of them", "some texts\0\0"s, 0, EncodingANSI, kNo, kNo, kNo, kCertain},
       {"ASCII, low first", "h\0i\0"s, 0, EncodingANSI, kNo, kCertain, kDoubtful, kNo},
       {"ASCII, high first", "\0h\0i"s, 0, EncodingANSI, kNo, kDoubtful, kCertain, kNo},

@@ -3,7 +3,7 @@
 /// \file
 /// Which converter serves which code page.
 ///
-///     const char* name = vlm::platform::CodePageName(1252);  // windows-1252
+///     const char* name = vlm::platform::CodePageName(866);  // ibm-866
 
 namespace vlm::platform {
 

@@ -9,14 +9,11 @@
 #include <map>
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace vlm::platform {
 
 namespace {
-
-bool IsUtf8(unsigned int codePage) noexcept {
-  return codePage == 0 || codePage == 1 || codePage == 65001;
-}
 
 // ICU's own callbacks give U+001A for some bad bytes and drop characters that are invisible; these
 // give the same answer for every page.
@@ -42,6 +39,7 @@ struct Closer {
 struct Converter {
   std::unique_ptr<UConverter, Closer> handle;
   bool rotatesControls = false;
+  std::vector<wchar_t> characters{};  ///< what each byte is, if all characters are single bytes
 };
 
 // ICU's tables of the DOS pages read the bytes 1A, 1C and 7F as U+001C, U+007F and U+001A, after a
@@ -52,6 +50,48 @@ UChar TurnBack(UChar unit) {
 
 UChar Turn(UChar unit) {
   return unit == 0x1A ? 0x1C : unit == 0x1C ? 0x7F : unit == 0x7F ? 0x1A : unit;
+}
+
+constexpr std::size_t kChunk = 512;
+
+/// Hands the text over piece by piece: `take(units, count)`.
+template <class Take>
+void DecodePieces(const Converter& converter, std::string_view text, Take take) {
+  UConverter* const handle = converter.handle.get();
+  ucnv_resetToUnicode(handle);
+  const char* source = text.data();
+  UErrorCode status = U_BUFFER_OVERFLOW_ERROR;
+  while (status == U_BUFFER_OVERFLOW_ERROR) {
+    UChar chunk[kChunk];
+    UChar* target = chunk;
+    status = U_ZERO_ERROR;
+    ucnv_toUnicode(handle, &target, chunk + kChunk, &source, text.data() + text.size(), nullptr,
+                   true, &status);
+    if (converter.rotatesControls) std::transform(chunk, target, chunk, TurnBack);
+    take(chunk, static_cast<std::size_t>(target - chunk));
+  }
+}
+
+std::size_t DecodeWithIcu(const Converter& converter, std::string_view text, wchar_t* out) {
+  std::size_t count = 0;
+  DecodePieces(converter, text, [&](const UChar* units, std::size_t length) {
+    if (out) std::copy_n(units, length, out + count);
+    count += length;
+  });
+  return count;
+}
+
+/// What each byte of a page of single bytes is; empty for another page.
+std::vector<wchar_t> SingleBytes(const Converter& converter) {
+  const UConverterType type = ucnv_getType(converter.handle.get());
+  if (type != UCNV_SBCS && type != UCNV_LATIN_1 && type != UCNV_US_ASCII) return {};
+  std::vector<wchar_t> characters(0x100);
+  for (std::size_t i = 0; i < characters.size(); ++i) {
+    const auto byte = static_cast<char>(i);
+    if (DecodeWithIcu(converter, {&byte, 1}, nullptr) != 1) return {};
+    DecodeWithIcu(converter, {&byte, 1}, &characters[i]);
+  }
+  return characters;
 }
 
 Converter Open(unsigned int codePage) {
@@ -67,6 +107,7 @@ Converter Open(unsigned int codePage) {
   UChar probe[4] = {};
   ucnv_toUChars(handle, probe, 4, "\x1A", 1, &status);
   converter.rotatesControls = probe[0] == 0x1C;
+  converter.characters = SingleBytes(converter);
   return converter;
 }
 
@@ -79,27 +120,6 @@ const Converter* FindConverter(unsigned int codePage) {
   Converter converter = Open(codePage);
   if (!converter.handle) return nullptr;
   return &converters.emplace(codePage, std::move(converter)).first->second;
-}
-
-constexpr std::size_t kChunk = 512;
-
-std::size_t DecodeWithIcu(const Converter& converter, std::string_view text, wchar_t* out) {
-  UConverter* const handle = converter.handle.get();
-  ucnv_resetToUnicode(handle);
-  std::size_t count = 0;
-  const char* source = text.data();
-  UErrorCode status = U_BUFFER_OVERFLOW_ERROR;
-  while (status == U_BUFFER_OVERFLOW_ERROR) {
-    UChar chunk[kChunk];
-    UChar* target = chunk;
-    status = U_ZERO_ERROR;
-    ucnv_toUnicode(handle, &target, chunk + kChunk, &source, text.data() + text.size(), nullptr,
-                   true, &status);
-    if (converter.rotatesControls) std::transform(chunk, target, chunk, TurnBack);
-    if (out) std::copy(chunk, target, out + count);
-    count += static_cast<std::size_t>(target - chunk);
-  }
-  return count;
 }
 
 std::size_t EncodeWithIcu(const Converter& converter, std::wstring_view text, char* out) {
@@ -134,16 +154,38 @@ std::size_t EncodeWithIcu(const Converter& converter, std::wstring_view text, ch
 
 }  // namespace
 
-bool IsCodePage(unsigned int codePage) { return IsUtf8(codePage) || FindConverter(codePage); }
+bool IsCodePage(unsigned int codePage) { return IsUtf8Page(codePage) || FindConverter(codePage); }
 
 std::size_t NarrowToWide(std::string_view text, unsigned int codePage, wchar_t* out) {
-  if (IsUtf8(codePage)) return Utf8ToWide(text, out);
+  if (IsUtf8Page(codePage)) return Utf8ToWide(text, out);
   const Converter* const converter = text.empty() ? nullptr : FindConverter(codePage);
-  return converter ? DecodeWithIcu(*converter, text, out) : 0;
+  if (!converter) return 0;
+  if (converter->characters.empty()) return DecodeWithIcu(*converter, text, out);
+  if (out) {
+    std::transform(text.begin(), text.end(), out, [&](char byte) {
+      return converter->characters[static_cast<unsigned char>(byte)];
+    });
+  }
+  return text.size();
+}
+
+void AppendWide(std::string_view text, unsigned int codePage, std::wstring& out) {
+  const Converter* const converter = IsUtf8Page(codePage) ? nullptr : FindConverter(codePage);
+  if (converter && converter->characters.empty()) {
+    DecodePieces(*converter, text, [&](const UChar* units, std::size_t length) {
+      const std::size_t at = out.size();
+      out.resize(at + length);
+      std::copy_n(units, length, out.begin() + static_cast<std::ptrdiff_t>(at));
+    });
+    return;
+  }
+  const std::size_t at = out.size();
+  out.resize(at + NarrowToWide(text, codePage, nullptr));
+  NarrowToWide(text, codePage, out.data() + at);
 }
 
 std::size_t WideToNarrow(std::wstring_view text, unsigned int codePage, char* out) {
-  if (IsUtf8(codePage)) return WideToUtf8(text, out);
+  if (IsUtf8Page(codePage)) return WideToUtf8(text, out);
   const Converter* const converter = FindConverter(codePage);
   return converter ? EncodeWithIcu(*converter, text, out) : 0;
 }

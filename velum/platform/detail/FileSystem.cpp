@@ -59,6 +59,11 @@ std::int64_t SizeOf(const char* path) {
   return S_ISDIR(status.st_mode) ? 0 : status.st_size;
 }
 
+bool IsRegularFile(const char* path) {
+  struct stat status {};
+  return ::stat(NativePath(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
 bool RemoveFile(const char* path) { return ::unlink(NativePath(path).c_str()) == 0; }
 
 bool RemoveFolder(const char* path) { return ::rmdir(NativePath(path).c_str()) == 0; }

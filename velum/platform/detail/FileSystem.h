@@ -24,6 +24,9 @@ enum class FileKind { kNothing, kFile, kFolder };
 /// The size of a file in bytes, 0 for a folder; -1 if nothing is there.
 [[nodiscard]] std::int64_t SizeOf(const char* path);
 
+/// True for a file with bytes of its own: no folder, pipe or device.
+[[nodiscard]] bool IsRegularFile(const char* path);
+
 /// Removes a file, and no folder.
 bool RemoveFile(const char* path);
 

@@ -12,6 +12,9 @@ namespace {
 std::wstring Wide(std::string_view text, unsigned int codePage) {
   std::wstring wide(NarrowToWide(text, codePage, nullptr), L'\0');
   EXPECT_EQ(NarrowToWide(text, codePage, wide.data()), wide.size());
+  std::wstring appended = L"before";
+  AppendWide(text, codePage, appended);
+  EXPECT_EQ(appended, L"before" + wide);
   return wide;
 }
 

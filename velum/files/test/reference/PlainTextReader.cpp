@@ -53,8 +53,15 @@ void PlainTextReader::SeekToBegin() {
 }
 
 std::size_t PlainTextReader::FillInputBuffer() {
-  input_.clear();
   readAt_ = 0;
+  // A line of a page may be no text at all.
+  while (FillFromLine() && input_.empty()) {
+  }
+  return input_.size();
+}
+
+bool PlainTextReader::FillFromLine() {
+  input_.clear();
   std::wstring line;
   std::wstring chunk;
   while (ReadText(chunk)) {
@@ -63,7 +70,7 @@ std::size_t PlainTextReader::FillInputBuffer() {
   }
   // A page's characters may be longer than a byte, so that a line is converted as a whole.
   input_ = encoding_ == EncodingANSI ? FromPage(std::string(line.begin(), line.end())) : line;
-  return input_.size();
+  return !line.empty();
 }
 
 std::wstring PlainTextReader::FromPage(const std::string& line) const {

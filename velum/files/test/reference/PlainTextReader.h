@@ -30,6 +30,8 @@ class PlainTextReader {
   static constexpr int kNone = -1;
 
   [[nodiscard]] std::size_t FillInputBuffer();
+  /// Reads a line ahead; false at the end.
+  bool FillFromLine();
   [[nodiscard]] std::wstring FromPage(const std::string& line) const;
   /// A chunk of at most 255 characters; false if there are none.
   bool ReadText(std::wstring& chunk);
