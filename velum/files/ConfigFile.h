@@ -15,8 +15,7 @@
 ///     TickLength = 0.25
 ///     Title = "  Depth  "
 ///
-/// - Lines end in CR LF, LF or CR, mixed as they come. White space around a line, a name and a
-/// value
+/// - Lines end in CR LF, LF or CR, mixed as they come. White space around a line, a name or a value
 ///   is passed over.
 /// - `[Name]` begins a section, up to the next such line; what stands behind the bracket counts for
 ///   nothing, and a bracket that is missing is taken to stand at the end of the line.
@@ -45,21 +44,25 @@ namespace vlm {
 /// keeps that one. A write that changes nothing leaves the file alone.
 ///
 /// Of processes and threads that write at once none loses an entry: each waits for the lock of the
-/// file `NAME.lock`, which stands beside the file `NAME` during a write. One that a killed process
-/// leaves is taken over by the next write.
+/// file `.NAME.velum-lock`, which stands beside the file `NAME` during a write. So that name is the
+/// library's: a regular file that has it is taken for what a killed process has left, and the next
+/// write puts an end to it.
 ///
 /// Numbers have the point, whatever the locale.
 ///
 /// *Errors* of everything that writes: `ERR_WRITE` with the reason. The file is then as it was:
 /// - the system refuses; so it does where the folder may not be written, since no new file could
 ///   take the old one's place;
-/// - the file is there and can't be read, is no regular file, or is in UTF-16 with an odd length;
+/// - the file is there and can't be read or is no regular file, or a link or a folder has the lock
+///   file's name;
+/// - something is to be added to a file in UTF-16 that ends with half a character;
 /// - a name or value can't be stored: an empty key; a line end or byte 0 in either; `]` in a
-///   section, `=` in a key, and a key that begins with `[`, `;` or `#`; in UTF-16, what is no
-///   UTF-8.
+///   section, `=` in a key, and a key that begins with `[`, `;` or `#`; a section or key of more
+///   than 256 kB; in UTF-16, what is no UTF-8.
 ///
 /// *Cost*: a read goes through the file up to the entry in pieces of 64 kB, a write copies it. Of a
 /// line at most 1 MB is held; in a longer one, what is behind that counts as part of its value.
+/// `ReadSection` alone holds lines whole, those that it gives.
 class VELUM_API CConfigFile {
  public:
   /// The settings in the file at `path`, which need not be there; the full path is kept.
@@ -97,6 +100,8 @@ class VELUM_API CConfigFile {
   /// Appends the lines of a section to `lines`: entries as key, `=` and value without white space
   /// around them, the value with its quotes; other lines as they are. Comments and blank lines are
   /// left out. True, also for a section that is missing.
+  ///
+  /// *Cost*: the memory of the lines, of any length.
   bool ReadSection(const GString& section, std::vector<GString>& lines) const;
 
   /// Gives an entry a new value. An entry that is not there is added at the end of its section, a
@@ -113,7 +118,8 @@ class VELUM_API CConfigFile {
   void Write(const GString& section, const GString& key, unsigned int value) const;
   /// Writes a number with 14 significant digits.
   ///
-  /// - What is not finite is written as `inf`, `-inf` and `nan`, which `Read` takes for no number.
+  /// - What is not finite is written as `inf`, `-inf` and `nan`, that of either sign; `Read` takes
+  ///   these for no number.
   void Write(const GString& section, const GString& key, double value) const;
   /// Removes the line of an entry; nothing happens if it is missing.
   void RemoveEntry(const GString& section, const GString& key) const;

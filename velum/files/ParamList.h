@@ -27,7 +27,7 @@ namespace vlm {
 /// | type | text |
 /// |---|---|
 /// | `int`, `unsigned int` | its digits |
-/// | `double` | 17 significant digits, so that it comes back as it was |
+/// | `double` | 17 significant digits, so that it comes back as it was; `INF`, `-INF`, `NAN` |
 /// | `bool` | `1` or `0`; any number but 0 reads as true |
 ///
 /// Threads: an object belongs to one thread at a time.

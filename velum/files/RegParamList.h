@@ -9,7 +9,9 @@
 ///
 /// All lists of a user are in one SQLite file, the registry: `velum/registry.db` in the folder that
 /// `XDG_CONFIG_HOME` names with an absolute path, or else in `.config` of the home folder. The
-/// environment variable `VELUM_REGISTRY` and `SetRegistryFile` name another file.
+/// environment variable `VELUM_REGISTRY` and `SetRegistryFile` name another file. What the variable
+/// says is a path in any case, and a relative one starts at the folder that is current when the
+/// process first uses it.
 
 #include <velum/core/Api.h>
 #include <velum/core/GString.h>
@@ -32,9 +34,10 @@ namespace vlm {
 /// nothing. Only entries of text are seen. An empty text counts as no value.
 ///
 /// Each write is a transaction of its own. Other processes may read and write at the same time, and
-/// a write waits up to 5 seconds for theirs. A process that is killed loses nothing that was
-/// written; after a loss of power the last writes may be missing, and nothing else is damaged. A
-/// process made by `fork` may use its lists at once.
+/// a write waits up to 5 seconds for theirs; meanwhile other threads may read, and the process may
+/// fork. A process that is killed loses nothing that was written; after a loss of power the last
+/// writes may be missing, and nothing else is damaged. A process made by `fork` may use its lists
+/// at once.
 ///
 /// Numbers are read and written as `CParamList` does. `unsigned long` is a number of 32 bits here.
 ///
@@ -42,9 +45,10 @@ namespace vlm {
 /// objects, also with the same key, may be used on several threads.
 ///
 /// *Errors* of `Set` with `persistent`: `ERR_OPEN_REGISTRY_KEY` with the key if the registry can't
-/// be opened or made, or is a file that is something else, which is left as it is;
-/// `ERR_WRITE_REGISTRY_KEY` with the name if the value can't be written. The cache has the value
-/// all the same. Reading has no errors: what can't be read is not there.
+/// be opened or made, may not be written, or is a file that is something else, which is left as it
+/// is; `ERR_WRITE_REGISTRY_KEY` with the name if the value can't be written, as one of more than
+/// 10^9 bytes. The cache has the value all the same. Reading has no errors: what can't be read is
+/// not there. A registry that may not be written, nor its folder, is read all the same.
 class VELUM_API CRegParamList {
  public:
   /// The values under `subKey` of `root`, such as `Software\Plots`.

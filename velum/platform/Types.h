@@ -67,6 +67,7 @@ struct HKEY__ {
 /// A top-level key of the registry: a number in the form of a pointer, which leads nowhere.
 using HKEY = HKEY__*;
 
+// A number made a pointer is no constant expression, so that these can't be constexpr.
 /// The classes of documents.
 const HKEY HKEY_CLASSES_ROOT = reinterpret_cast<HKEY>(std::uintptr_t{0x80000000});
 /// What belongs to the user.

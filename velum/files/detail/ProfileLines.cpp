@@ -45,11 +45,13 @@ bool ProfileLines::Next(ProfileLine& line) {
   }
   line.begin = base_ + at_;
   std::uint64_t dropped = 0;
+  std::size_t most = 0;
   std::size_t end = FindEnd(at_);
   while (end == kNone) {
     // Whole units stay together, also those that are dropped.
     const std::size_t searched = (buffer_.size() - at_) / width_ * width_;
-    const std::size_t held = std::min(searched, mostHeld_);
+    if (most == 0 && searched > mostHeld_) most = MostOfLongLine();
+    const std::size_t held = most == 0 ? searched : std::min(searched, most);
     buffer_.erase(at_ + held, searched - held);
     dropped += searched - held;
     if (!Fill()) break;
@@ -58,10 +60,11 @@ bool ProfileLines::Next(ProfileLine& line) {
   if (end == kNone) {
     const std::size_t odd = (buffer_.size() - at_) % width_;
     isOdd_ = isOdd_ || odd != 0;
-    if (at_ == buffer_.size() && dropped == 0) return false;
-    line.text = TextOf(at_, buffer_.size() - odd);
+    const std::size_t last = buffer_.size() - odd;
+    if (at_ == last && dropped == 0) return false;
+    line.text = TextOf(at_, last);
     line.ending = {};
-    at_ = buffer_.size();
+    at_ = last;
     line.textEnd = base_ + at_ + dropped;
   } else {
     if (Is(end, '\r') && end + 2 * width_ > buffer_.size()) Fill();
@@ -101,6 +104,16 @@ std::size_t ProfileLines::FindEnd(std::size_t from) {
   return kNone;
 }
 
+std::size_t ProfileLines::MostOfLongLine() const noexcept {
+  if (!holdsEntries_) return mostHeld_;
+  for (std::size_t index = at_; index < at_ + mostHeld_; index += width_) {
+    if (Is(index, ' ') || Is(index, '\t') || Is(index, '\v') || Is(index, '\f')) continue;
+    const bool isOther = Is(index, ';') || Is(index, '#') || Is(index, '[');
+    return isOther ? mostHeld_ : kNone;
+  }
+  return mostHeld_;
+}
+
 char16_t ProfileLines::UnitAt(std::size_t index) const noexcept {
   const auto first = static_cast<unsigned char>(buffer_[index]);
   const auto second = static_cast<unsigned char>(buffer_[index + 1]);
@@ -127,19 +140,13 @@ std::uint64_t ProfileLines::OffsetOf(const ProfileLine& line, std::size_t index)
   return line.begin + 2 * platform::Utf8ToWide(line.text.substr(0, index), nullptr);
 }
 
-bool ProfileLines::Keeps(std::string_view text) const {
-  if (width_ == 1) return true;
+std::optional<std::string> ProfileLines::Encoded(std::string_view text) const {
+  if (width_ == 1) return std::string(text);
   std::wstring wide(platform::Utf8ToWide(text, nullptr), L'\0');
   platform::Utf8ToWide(text, wide.data());
   std::string back(platform::WideToUtf8(wide, nullptr), '\0');
   platform::WideToUtf8(wide, back.data());
-  return back == text;
-}
-
-std::string ProfileLines::Encoded(std::string_view text) const {
-  if (width_ == 1) return std::string(text);
-  std::wstring wide(platform::Utf8ToWide(text, nullptr), L'\0');
-  platform::Utf8ToWide(text, wide.data());
+  if (back != text) return std::nullopt;
   std::string bytes;
   for (const wchar_t unit : wide) {
     const char low = static_cast<char>(unit & 0xFF);

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,7 +31,7 @@ struct ProfileLine {
   std::string_view text;  ///< Its text, as UTF-8 if the file is in UTF-16; good until the next one.
   bool isCut;             ///< There is more text than is held.
   std::uint64_t begin;    ///< Where it begins.
-  std::uint64_t textEnd;  ///< Where its end, `lineEnd`, begins.
+  std::uint64_t textEnd;  ///< Where its end, `ending`, begins.
   std::uint64_t end;      ///< Where the next one begins.
   std::string_view ending;  ///< "\r\n", "\n", "\r"; empty if the file ends without one.
 };
@@ -45,18 +46,19 @@ class ProfileLines {
   ProfileLines(const ProfileLines&) = delete;
   ProfileLines& operator=(const ProfileLines&) = delete;
 
+  /// From now on holds lines whole that are no comments, headers or blank as far as they are held.
+  void HoldEntriesWhole() noexcept { holdsEntries_ = true; }
   /// Reads the next line; false at the end.
   bool Next(ProfileLine& line);
   /// The offset of the first line, behind a mark.
   [[nodiscard]] std::uint64_t FirstOffset() const noexcept { return first_; }
-  /// True once the end of a UTF-16 file has left half a character over.
+  /// True once the end of a UTF-16 file has left half a character over, which is in no line.
   [[nodiscard]] bool IsOdd() const noexcept { return isOdd_; }
   /// The offset in the file of the byte at `index` of a line's text.
   [[nodiscard]] std::uint64_t OffsetOf(const ProfileLine& line, std::size_t index) const noexcept;
-  /// `text` in the encoding of the file.
-  [[nodiscard]] std::string Encoded(std::string_view text) const;
-  /// True if `text` would come back as it is: any bytes, or UTF-8 for a file in UTF-16.
-  [[nodiscard]] bool Keeps(std::string_view text) const;
+  /// `text` in the encoding of the file; nothing if it would not come back as it is, which is so
+  /// for what is no UTF-8 in a file in UTF-16.
+  [[nodiscard]] std::optional<std::string> Encoded(std::string_view text) const;
 
  private:
   static constexpr std::size_t kNone = std::string::npos;
@@ -65,6 +67,8 @@ class ProfileLines {
   bool Fill();
   /// Where the next end of a line is in the buffer, from `from` on; `kNone` if nowhere.
   std::size_t FindEnd(std::size_t from);
+  /// How many bytes to hold of the line at `at_`, of which more than `mostHeld_` are in the buffer.
+  [[nodiscard]] std::size_t MostOfLongLine() const noexcept;
   /// The unit of 16 bits at `index` of the buffer.
   [[nodiscard]] char16_t UnitAt(std::size_t index) const noexcept;
   /// True if `c` stands at `index` of the buffer.
@@ -74,6 +78,7 @@ class ProfileLines {
 
   ByteSource& source_;
   std::size_t mostHeld_;
+  bool holdsEntries_ = false;
   std::size_t width_ = 1;  ///< The bytes of a unit.
   bool lowFirst_ = true;   ///< The order of a unit's bytes.
   bool atEnd_ = false;

@@ -3,14 +3,14 @@
 #include <velum/files/detail/PathText.h>
 
 #include <algorithm>
-#include <limits>
+#include <utility>
 
 namespace vlm::detail {
 
 namespace {
 
 constexpr std::size_t kMostHeld = 1 << 20;
-constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t kLongestName = kMostHeld / 4;
 
 constexpr bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\v' || c == '\f'; }
 
@@ -74,8 +74,11 @@ struct LineContent {
 /// Walks through the lines of one section, and learns on the way what its end is like.
 class SectionWalk {
  public:
-  SectionWalk(ByteSource& source, std::string_view section, std::size_t mostHeld)
-      : lines_(source, mostHeld), name_(Trim(section)) {}
+  SectionWalk(ByteSource& source, std::string_view section)
+      : lines_(source, kMostHeld), name_(Trim(section)) {}
+
+  /// Has the section's entries held whole, however long they are.
+  void HoldEntriesWhole() { holdsEntries_ = true; }
 
   /// Goes on to the next line of the section, behind its header; false at its end.
   bool Next() {
@@ -149,6 +152,7 @@ class SectionWalk {
     while (Advance()) {
       if (content_.kind != LineKind::kHeader || !SameName(content_.name, name_)) continue;
       inside_ = true;
+      if (holdsEntries_) lines_.HoldEntriesWhole();
       header_ = line_.begin;
       last_ = {line_.end, std::string(line_.ending)};
       return true;
@@ -178,6 +182,7 @@ class SectionWalk {
   LineContent content_{{}};
   std::uint64_t lineCount_ = 0;
   std::string firstEnding_;
+  bool holdsEntries_ = false;
   bool inside_ = false;
   bool isFollowed_ = false;  ///< The present line is the next section's header.
   bool wasBlank_ = false;
@@ -200,7 +205,7 @@ void RequireStorable(std::string_view section, std::string_view key, std::string
   if (HasAny(section, "]")) throw ProfileRefusal{"The section has a ']'"};
   if (HasAny(key, "=")) throw ProfileRefusal{"The key has a '='"};
   if (HasAny(key.substr(0, 1), "[;#")) throw ProfileRefusal{"The key begins with '[', ';' or '#'"};
-  if (std::max(section.size(), key.size()) > kMostHeld / 4) {
+  if (std::max(section.size(), key.size()) > kLongestName) {
     throw ProfileRefusal{"The name is too long"};
   }
 }
@@ -209,8 +214,9 @@ void RequireStorable(std::string_view section, std::string_view key, std::string
 ///
 /// *Errors*: `ProfileRefusal`.
 std::string Encoded(const ProfileLines& lines, std::string_view text) {
-  if (!lines.Keeps(text)) throw ProfileRefusal{"It is in UTF-16, and the text is not UTF-8"};
-  return lines.Encoded(text);
+  std::optional<std::string> encoded = lines.Encoded(text);
+  if (!encoded) throw ProfileRefusal{"It is in UTF-16, and the text is not UTF-8"};
+  return *std::move(encoded);
 }
 
 std::optional<ProfileChange> ChangeOfValue(const SectionWalk& walk, std::string_view value) {
@@ -227,7 +233,7 @@ std::optional<ProfileChange> ChangeOfValue(const SectionWalk& walk, std::string_
 }  // namespace
 
 std::optional<ProfileValue> ProfileFile::Value(std::string_view section, std::string_view key) {
-  SectionWalk walk(source_, section, kMostHeld);
+  SectionWalk walk(source_, section);
   key = Trim(key);
   while (!key.empty() && walk.Next()) {
     if (!walk.IsEntry(key)) continue;
@@ -237,7 +243,8 @@ std::optional<ProfileValue> ProfileFile::Value(std::string_view section, std::st
 }
 
 void ProfileFile::AppendSection(std::string_view section, std::vector<GString>& lines) {
-  SectionWalk walk(source_, section, kUnlimited);
+  SectionWalk walk(source_, section);
+  walk.HoldEntriesWhole();
   while (walk.Next()) {
     const LineContent& content = walk.Content();
     if (content.kind == LineKind::kEntry) {
@@ -257,7 +264,7 @@ std::optional<ProfileChange> ProfileFile::ChangeForEntry(std::string_view sectio
   key = Trim(key);
   section = Trim(section);
   RequireStorable(section, key, value);
-  SectionWalk walk(source_, section, kMostHeld);
+  SectionWalk walk(source_, section);
   while (walk.Next()) {
     if (walk.IsEntry(key)) return ChangeOfValue(walk, value);
   }
@@ -285,7 +292,7 @@ std::optional<ProfileChange> ProfileFile::ChangeForEntry(std::string_view sectio
 
 std::optional<ProfileChange> ProfileFile::ChangeToRemoveEntry(std::string_view section,
                                                               std::string_view key) {
-  SectionWalk walk(source_, section, kMostHeld);
+  SectionWalk walk(source_, section);
   key = Trim(key);
   while (!key.empty() && walk.Next()) {
     if (walk.IsEntry(key)) return ProfileChange{walk.Line().begin, walk.Line().end, {}};
@@ -294,7 +301,7 @@ std::optional<ProfileChange> ProfileFile::ChangeToRemoveEntry(std::string_view s
 }
 
 std::optional<ProfileChange> ProfileFile::ChangeToRemoveSection(std::string_view section) {
-  SectionWalk walk(source_, section, kMostHeld);
+  SectionWalk walk(source_, section);
   while (walk.Next()) {
   }
   if (!walk.IsFound()) return std::nullopt;

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <limits>
@@ -59,11 +59,7 @@ bool ScanQuickly(const char* text, double& value) {
 /// Reads every form that the runtime's reader knows.
 bool ScanWithRuntime(const char* text, double& value) {
   const platform::PlainLocale plain;
-  char* end = nullptr;
-  const double number = std::strtod(text, &end);
-  if (end == text) return false;
-  value = number;
-  return true;
+  return std::sscanf(text, "%lf", &value) == 1;
 }
 
 constexpr char CapitalLetter(char c) {
@@ -101,6 +97,8 @@ GString SettingText(bool value) { return value ? "1" : "0"; }
 
 GString SettingText(double value, int digits, bool small) {
   char text[64];
+  // The sign of what is no number means nothing.
+  if (std::isnan(value)) value = std::numeric_limits<double>::quiet_NaN();
 #if defined(__cpp_lib_to_chars)
   char* const end =
       std::to_chars(text, std::end(text) - 1, value, std::chars_format::general, digits).ptr;

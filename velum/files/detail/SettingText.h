@@ -27,7 +27,8 @@ namespace vlm::detail {
 [[nodiscard]] bool ScanSetting(const GString& text, unsigned long& value);
 /// Reads a whole number of 64 bits.
 [[nodiscard]] bool ScanSetting(const GString& text, std::int64_t& value);
-/// Reads a number as C's `strtod` does, in hexadecimal form and in words as well.
+/// Reads a number as C's `scanf` does, in hexadecimal form and in words as well; a word or a
+/// hexadecimal number that breaks off, as `infix` or `0xg`, is none.
 [[nodiscard]] bool ScanSetting(const GString& text, double& value);
 /// Reads a whole number; all but 0 are true.
 [[nodiscard]] bool ScanSetting(const GString& text, bool& value);
@@ -39,7 +40,7 @@ namespace vlm::detail {
 /// A whole number's digits.
 [[nodiscard]] GString SettingText(std::int64_t value);
 /// A number with 17 significant digits, or as many as said, and an exponent with `E` or, for
-/// `small`, `e`.
+/// `small`, `e`. What is no number has no sign.
 [[nodiscard]] GString SettingText(double value, int digits = 17, bool small = false);
 /// "1" or "0".
 [[nodiscard]] GString SettingText(bool value);

@@ -54,6 +54,7 @@ class ConfigFile : public ::testing::Test {
 
   TemporaryFolder folder_;
   std::string path_ = folder_.Path("plots.ini");
+  std::string lock_ = folder_.Path(".plots.ini.velum-lock");
   CConfigFile config_{path_};
 };
 
@@ -138,7 +139,7 @@ TEST_F(ConfigFile, WritesLeaveEveryOtherByte) {
       EXPECT_EQ(Text("s", "k"), *row.value ? row.value : "none") << row.why;
     }
   }
-  EXPECT_FALSE(FileExists(path_ + ".lock"));
+  EXPECT_FALSE(FileExists(lock_));
 }
 
 TEST_F(ConfigFile, RemovesLinesAndNoMore) {
@@ -222,7 +223,9 @@ TEST_F(ConfigFile, NumbersAreStrictAndHaveThePointInEveryLocale) {
     config_.Write("s", "d", -0.1234567890123456);
     config_.Write("s", "e", 1e300);
     config_.Write("s", "f", std::numeric_limits<double>::infinity());
-    EXPECT_EQ(Bytes(), "[s]\ni=-2147483648\nu=4294967295\nd=-0.12345678901235\ne=1e+300\nf=inf\n");
+    config_.Write("s", "g", -std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ(Bytes(),
+              "[s]\ni=-2147483648\nu=4294967295\nd=-0.12345678901235\ne=1e+300\nf=inf\ng=nan\n");
     int i = 0;
     unsigned u = 0;
     double d = 0;
@@ -300,9 +303,7 @@ TEST_F(ConfigFile, WhatCannotBeStoredIsRefused) {
               "14: Unable to write '" + shown + "'.\n" + row.reason);
     EXPECT_EQ(Bytes(), "[s]\nk=1\n");
   }
-  const std::string odd = Encoded("[s]\nj=1\n", Form::kWideLow) + "x";
-  Put(odd);
-  EXPECT_EQ(test::CodeOf([&] { config_.Write("s", "k", "v"); }), ERR_WRITE);
+  EXPECT_EQ(test::CodeOf([&] { config_.Write("s", std::string(300'000, 'k'), "v"); }), ERR_WRITE);
   Put(Encoded("[s]\n", Form::kWideHigh));
   EXPECT_EQ(test::CodeOf([&] { config_.Write("s", "k", "\xFF"); }), ERR_WRITE);
   const std::string text =
@@ -311,6 +312,23 @@ TEST_F(ConfigFile, WhatCannotBeStoredIsRefused) {
   config_.Write("s", text, text);
   config_.Write("s", text, text + "2");
   EXPECT_EQ(Text("s", text), text + "2");
+}
+
+TEST_F(ConfigFile, HalfACharacterAtTheEndStays) {
+  const auto odd = [](const char* text) { return Encoded(text, Form::kWideLow) + "x"; };
+  for (const char* const end : {"", "\n"}) {
+    const std::string before = std::string("[s]\nj=1") + end;
+    Put(odd(before.c_str()));
+    EXPECT_EQ(Text("s", "j"), "1");
+    EXPECT_EQ(test::CodeOf([&] { config_.Write("s", "k", "v"); }), ERR_WRITE) << "nothing is added";
+    EXPECT_EQ(Bytes(), odd(before.c_str()));
+    config_.Write("s", "j", "2");
+    EXPECT_EQ(Bytes(), odd((std::string("[s]\nj=2") + end).c_str()));
+    config_.RemoveEntry("s", "j");
+    EXPECT_EQ(Bytes(), odd("[s]\n"));
+    config_.RemoveSection("s");
+    EXPECT_EQ(Bytes(), odd(""));
+  }
 }
 
 /// What another process gives back that does `work`, as the user nobody if this one may do all.
@@ -359,7 +377,7 @@ TEST_F(ConfigFile, AFailedWriteLeavesTheOldFileAndNothingElse) {
     chmod(folder_.Path().c_str(), 0777);
     chmod(path_.c_str(), 0666);
     EXPECT_EQ(Bytes(), old) << row.why;
-    EXPECT_FALSE(FileExists(path_ + ".lock")) << row.why;
+    EXPECT_FALSE(FileExists(lock_)) << row.why;
   }
   const CConfigFile folder(folder_.Path());
   EXPECT_EQ(test::CodeOf([&] { folder.Write("s", "k", "v"); }), ERR_WRITE) << "a folder";
@@ -405,16 +423,57 @@ TEST_F(ConfigFile, TheNewFileHasThePermissionsAndTheLinksOfTheOldOne) {
   EXPECT_EQ(test::CodeOf([&] { circle.Write("s", "k", 3); }), ERR_WRITE);
 }
 
+TEST_F(ConfigFile, OnlyALeftoverMakesWayForTheLock) {
+  Put("[s]\nk=1\n");
+  const std::string own = folder_.Path("own");
+  std::ofstream(own) << "mine";
+  const struct {
+    const char* why;
+    std::function<int()> make;
+  } refused[] = {
+      {"a second name of another file", [&] { return link(own.c_str(), lock_.c_str()); }},
+      {"a symbolic link", [&] { return symlink(own.c_str(), lock_.c_str()); }},
+      {"a folder", [&] { return mkdir(lock_.c_str(), 0700); }},
+      {"a pipe", [&] { return mkfifo(lock_.c_str(), 0600); }},
+  };
+  for (const auto& row : refused) {
+    ASSERT_EQ(row.make(), 0) << row.why;
+    EXPECT_EQ(test::CodeOf([&] { config_.Write("s", "k", "2"); }), ERR_WRITE) << row.why;
+    EXPECT_EQ(remove(lock_.c_str()), 0) << row.why << " is still there";
+    EXPECT_EQ(Bytes(), "[s]\nk=1\n") << row.why;
+  }
+  std::string kept;
+  EXPECT_TRUE(std::ifstream(own) >> kept && kept == "mine");
+  std::ofstream(path_ + ".lock") << "mine";
+
+  // Left by another user, or by this one with a mask that forbids all.
+  chmod(folder_.Path().c_str(), 0777);
+  chmod(path_.c_str(), 0666);
+  std::ofstream(lock_) << "[s]\nk=";
+  chmod(lock_.c_str(), 0444);
+  const int code = InChild([&] { return test::CodeOf([&] { config_.Write("s", "k", "3"); }); });
+  EXPECT_EQ(code, 255);
+  EXPECT_EQ(Bytes(), "[s]\nk=3\n");
+  EXPECT_FALSE(FileExists(lock_));
+  struct stat status {};
+  EXPECT_TRUE(stat((path_ + ".lock").c_str(), &status) == 0 && status.st_size == 4);
+}
+
 TEST_F(ConfigFile, ProcessesThatWriteAtOnceLoseNobodysEntry) {
   constexpr int kProcesses = 2;
   constexpr int kWrites = 1000;
   Put("; kept\n[0]\n");
+  chmod(folder_.Path().c_str(), 0777);
+  chmod(path_.c_str(), 0666);
   // What a killed process leaves is in nobody's way.
-  std::ofstream(path_ + ".lock") << "[0]\nk=";
+  std::ofstream(lock_) << "[0]\nk=";
   pid_t children[kProcesses];
   for (int number = 0; number < kProcesses; ++number) {
     children[number] = fork();
     if (children[number] != 0) continue;
+    // Two users, if this one may become them.
+    const uid_t user = 65534 - static_cast<uid_t>(number);
+    if (geteuid() == 0 && setresuid(user, user, user) != 0) _exit(99);
     const int code = test::CodeOf([&] {
       for (int i = 0; i < kWrites; ++i) {
         config_.Write(std::to_string(number), "k" + std::to_string(i), i);
@@ -437,7 +496,7 @@ TEST_F(ConfigFile, ProcessesThatWriteAtOnceLoseNobodysEntry) {
     }
   }
   EXPECT_TRUE(Bytes().starts_with("; kept\n[0]\n"));
-  EXPECT_FALSE(FileExists(path_ + ".lock"));
+  EXPECT_FALSE(FileExists(lock_));
 }
 
 TEST_F(ConfigFile, LinesGoOnFromOnePieceOfTheFileToTheNext) {
@@ -455,18 +514,23 @@ TEST_F(ConfigFile, LinesGoOnFromOnePieceOfTheFileToTheNext) {
 
 TEST_F(ConfigFile, ALineOfAnyLengthIsReadInLittleMemory) {
   constexpr long kLong = 256L << 20;
-  std::ofstream(path_) << "[s]\nlong=x";
+  std::ofstream(path_) << "[t]\nlong=x";
   ASSERT_EQ(truncate(path_.c_str(), kLong), 0);
-  std::ofstream(path_, std::ios::app) << "\nk=v\n";
+  std::ofstream(path_, std::ios::app) << "\n[s]\n \t;";
+  ASSERT_EQ(truncate(path_.c_str(), 2 * kLong), 0);
+  std::ofstream(path_, std::ios::app) << "\n" << std::string(kLong / 4, ' ') << "\nk=v\n[";
+  ASSERT_EQ(truncate(path_.c_str(), 3 * kLong), 0);
   const int result = InChild([&] {
     rusage before{}, after{};
     getrusage(RUSAGE_SELF, &before);
     GString value;
     const bool isRead = config_.Read("s", "k", value) && value == "v";
-    const bool isTooLong = test::CodeOf([&] { config_.Read("s", "long", value); }) == ERR_INTERNAL;
+    const bool isTooLong = test::CodeOf([&] { config_.Read("t", "long", value); }) == ERR_INTERNAL;
+    std::vector<GString> lines;
+    config_.ReadSection("s", lines);
     getrusage(RUSAGE_SELF, &after);
     const bool isSmall = after.ru_maxrss - before.ru_maxrss < 32 << 10;
-    return isRead && isTooLong && isSmall ? 0 : 1;
+    return isRead && isTooLong && lines == std::vector<GString>{"k=v"} && isSmall ? 0 : 1;
   });
   EXPECT_EQ(result, 0);
 }

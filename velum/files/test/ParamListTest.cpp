@@ -62,6 +62,11 @@ TEST(ParamList, NumbersAreReadLenientlyWithThePoint) {
       {"- 1", 7, 7, 7, true},
       {"2147483648", 2147483647, 2147483648u, 2147483648.0, true},
       {"-99999999999999999999", -2147483647 - 1, 4294967295u, -1e20, true},
+      {"0x", 0, 0, 7, false},
+      {"0xg", 0, 0, 7, false},
+      {"infix", 7, 7, 7, true},
+      {"infinite", 7, 7, 7, true},
+      {"1ex", 1, 1, 1, true},
       {"-INF", 7, 7, -std::numeric_limits<double>::infinity(), true},
   };
   const std::string before = std::setlocale(LC_ALL, nullptr);
@@ -89,6 +94,8 @@ TEST(ParamList, NumbersAreReadLenientlyWithThePoint) {
     EXPECT_EQ(list["d"], "0.30000000000000004");
     double back = 0;
     EXPECT_TRUE(list.Get("d", back) && back == exact);
+    list.Set("d", -std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ(list["d"], "NAN");
   }
   std::setlocale(LC_ALL, before.c_str());
 }

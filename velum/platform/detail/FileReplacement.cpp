@@ -56,6 +56,32 @@ bool StillLeadsTo(const std::string& path, int file) {
          named.st_dev == open.st_dev && named.st_ino == open.st_ino;
 }
 
+/// The name beside a file that its new contents have until they take its place.
+std::string LockName(const std::string& target) {
+  const std::size_t name = target.rfind('/') + 1;
+  return target.substr(0, name) + '.' + target.substr(name) + ".velum-lock";
+}
+
+/// Opens a file for the lock; refuses with EEXIST what this class can't have made. Gives -1 for
+/// failure.
+int OpenLock(const std::string& name, int flags, mode_t mode) {
+  constexpr int kAlways = O_CLOEXEC | O_NOFOLLOW | O_NOCTTY | O_NONBLOCK;
+  int file = -1;
+  do {
+    file = ::open(name.c_str(), flags | kAlways, mode);
+  } while (file == -1 && errno == EINTR);
+  if (file == -1) {
+    if (errno == ELOOP || errno == EISDIR || errno == ENXIO) errno = EEXIST;
+    return -1;
+  }
+  struct stat status {};
+  // One whose turn has just ended has no name at all.
+  if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink <= 1) return file;
+  ::close(file);
+  errno = EEXIST;
+  return -1;
+}
+
 /// Waits for the lock. Where a file system has none nobody may go on: two would write one file.
 bool Lock(int file) {
   int result = 0;
@@ -88,20 +114,28 @@ bool FileReplacement::Begin(const char* path) {
 }
 
 bool FileReplacement::TakeTurn() {
-  const std::string name = target_ + ".lock";
-  for (;;) {
+  constexpr int kMostRefusals = 100;
+  const std::string name = LockName(target_);
+  for (int refusals = 0;;) {
     // What nobody may read but the owner is to be so in its copy from the first moment.
     struct stat old {};
     const bool isThere = ::stat(target_.c_str(), &old) == 0;
     const mode_t mode = isThere ? (old.st_mode & kEveryone) | S_IRUSR | S_IWUSR : kEveryone;
-    const int file = ::open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, mode);
-    if (file == -1 && errno == EINTR) continue;
-    if (file == -1) return false;
-    lock_ = file;
-    if (!Lock(file)) return false;
-    // Whoever had the lock before has moved or removed the file.
-    if (StillLeadsTo(name, file)) break;
-    ::close(file);
+    lock_ = OpenLock(name, O_RDWR | O_CREAT, mode);
+    const bool isOthers = lock_ == -1 && errno == EACCES;
+    if (isOthers) {
+      lock_ = OpenLock(name, O_RDONLY, 0);
+      if (lock_ == -1 && errno == ENOENT) errno = EACCES;
+      // Another user's may be gone by now, or get its permissions in a moment.
+      if (lock_ == -1 && errno == EACCES && ++refusals < kMostRefusals) continue;
+    }
+    if (lock_ == -1 || !Lock(lock_)) return false;
+    // Whoever had the lock before may have moved or removed the file.
+    const bool isStill = StillLeadsTo(name, lock_);
+    if (isStill && !isOthers) break;
+    // What another user's process has left can't be written, but may be taken away.
+    if (isStill && ::unlink(name.c_str()) != 0) return false;
+    ::close(lock_);
     lock_ = -1;
   }
   lockName_ = name;

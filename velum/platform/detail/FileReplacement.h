@@ -21,9 +21,11 @@ namespace vlm::platform {
 /// One replacement, from `Begin` to `Commit` or the destructor, which gives up and leaves the old
 /// file. What fails leaves the reason in errno, and only giving up is left then.
 ///
-/// The new file is written in `NAME.lock` beside the file `NAME`, and the lock on that file is what
-/// others wait for. So a process that is killed leaves nothing but that file, which the next one
-/// takes over.
+/// The new file is written in `.NAME.velum-lock` beside the file `NAME`, and the lock on that file
+/// is what others wait for. So a process that is killed leaves nothing but that file, which the
+/// next one takes over, or takes away if another user's process has left it. A link, a file with a
+/// second name, and what is no regular file were not made here: with one of that name `Begin` fails
+/// with EEXIST and leaves it alone.
 class FileReplacement {
  public:
   FileReplacement() noexcept = default;
