@@ -9,14 +9,17 @@ install(TARGETS velum EXPORT velumTargets
 install(EXPORT velumTargets NAMESPACE velum:: DESTINATION "${package_dir}")
 
 get_property(subsystems GLOBAL PROPERTY VELUM_SUBSYSTEMS)
+set(VELUM_INSTALLED_DATA "${CMAKE_INSTALL_DATADIR}/velum")
 list(JOIN subsystems " " VELUM_SUBSYSTEMS)
 configure_package_config_file(cmake/velumConfig.cmake.in
-  "${PROJECT_BINARY_DIR}/package/velumConfig.cmake" INSTALL_DESTINATION "${package_dir}")
+  "${PROJECT_BINARY_DIR}/package/velumConfig.cmake" INSTALL_DESTINATION "${package_dir}"
+  PATH_VARS VELUM_INSTALLED_DATA)
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/package/velumConfigVersion.cmake"
   COMPATIBILITY SameMinorVersion)
 install(FILES
   "${PROJECT_BINARY_DIR}/package/velumConfig.cmake"
   "${PROJECT_BINARY_DIR}/package/velumConfigVersion.cmake"
+  cmake/VelumDeployData.cmake
   DESTINATION "${package_dir}")
 
 # The prefix is worked out from where the file lies, so that a moved tree still links.

@@ -10,6 +10,7 @@ class CMTContext;
 class CMTDirectTextIF;
 class CMTElement;
 class CMTLineElement;
+class CMTMetricsTextIF;
 class CMTMultiLineElement;
 class CMTStringElement;
 class CMTTextIF;

@@ -143,7 +143,8 @@ class VELUM_API KQTextIF {
   virtual bool DrawLine(const Vec2d& from, const Vec2d& to) = 0;
 
  protected:
-  KQTextIF() = default;
+  /// No attributes: a device keeps its own.
+  KQTextIF() noexcept;
   /// Copies nothing; for devices that can be copied.
   KQTextIF(const KQTextIF&) = default;
   /// Copies nothing; for devices that can be copied.

@@ -1,0 +1,64 @@
+#include <velum/platform/detail/ReferenceContext.h>
+
+#include <velum/platform/detail/FontCatalog.h>
+#include <velum/platform/detail/OutlineFont.h>
+
+#include <memory>
+
+namespace vlm::platform {
+
+namespace {
+
+struct Font : HFONT__ {
+  const FontEntry* entry = nullptr;
+  std::unique_ptr<OutlineFont> outline;
+  bool isOpened = false;
+};
+
+struct Context : HDC__ {
+  Font* selected;
+};
+
+// What is selected in a new context.
+constinit Font stockFont{};
+
+Font* Selected(HDC context) { return static_cast<Context*>(context)->selected; }
+
+}  // namespace
+
+HDC GetReferenceContext() {
+  auto* const context = new Context{};
+  context->selected = &stockFont;
+  return context;
+}
+
+void ReleaseReferenceContext(HDC context) noexcept { delete static_cast<Context*>(context); }
+
+HFONT CreateFontHandle(const FontEntry& entry) {
+  auto* const font = new Font{};
+  font->entry = &entry;
+  return font;
+}
+
+HFONT SelectFontHandle(HDC context, HFONT font) noexcept {
+  Font* const before = Selected(context);
+  static_cast<Context*>(context)->selected = static_cast<Font*>(font);
+  return before;
+}
+
+void DeleteFontHandle(HFONT font) noexcept {
+  if (font != &stockFont) delete static_cast<Font*>(font);
+}
+
+const FontEntry* SelectedEntry(HDC context) noexcept { return Selected(context)->entry; }
+
+const OutlineFont* SelectedFont(HDC context) {
+  Font& font = *Selected(context);
+  if (!font.isOpened && font.entry) {
+    font.outline = OutlineFont::Open(font.entry->file, font.entry->index);
+    font.isOpened = true;
+  }
+  return font.outline.get();
+}
+
+}  // namespace vlm::platform
