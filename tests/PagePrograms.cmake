@@ -1,11 +1,11 @@
-# velum_page_programs(PAGE [MAKES n:file ...])
+# velum_page_programs(PAGE [DATA] [MAKES n:file ...])
 #
 # Builds and runs every program of a page: each block that begins with ```cpp is one, from its first line to its last. What it
 # prints must be the next block that begins with ```text, if one stands before the next program, or else nothing. MAKES names
-# the files that program n makes.
+# the files that program n makes. With DATA the programs have the library's data beside them.
 
 function(velum_page_programs page)
-  cmake_parse_arguments(arg "" "" "MAKES" ${ARGN})
+  cmake_parse_arguments(arg "DATA" "" "MAKES" ${ARGN})
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${page}")
   file(READ "${PROJECT_SOURCE_DIR}/${page}" rest)
   cmake_path(GET page STEM stem)
@@ -25,6 +25,9 @@ function(velum_page_programs page)
     add_executable(${target} "${folder}.cpp")
     target_link_libraries(${target} PRIVATE velum_examples_common)
     velum_examples_program(${target})
+    if(arg_DATA)
+      velum_deploy_data(${target})
+    endif()
     add_test(NAME Page.${stem}.Program${number}DoesWhatThePageSays
       COMMAND ${CMAKE_COMMAND} -D "PROGRAM=$<TARGET_FILE:${target}>" -D "ARGUMENTS=" -D STATUS=0 -D "OUTPUT=${folder}.out"
         -D "FOLDER=${folder}" -D "MAKES=${makes}" -P "${PROJECT_SOURCE_DIR}/examples/test/RunProgram.cmake")

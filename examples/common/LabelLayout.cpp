@@ -12,18 +12,18 @@ constexpr double kCharsPerTab = 8.0;
 // of its own over a device that is put back at the end.
 class DeviceState {
  public:
-  explicit DeviceState(CairoTextDevice& device) : device_(device) { device_.PreserveState(); }
+  explicit DeviceState(KQTextIF& device) : device_(device) { device_.PreserveState(); }
   DeviceState(const DeviceState&) = delete;
   DeviceState& operator=(const DeviceState&) = delete;
   ~DeviceState() { device_.RestoreState(); }
 
  private:
-  CairoTextDevice& device_;
+  KQTextIF& device_;
 };
 
 }  // namespace
 
-LabelLayout::LabelLayout(CairoTextDevice& device, const std::string& text, unsigned int justify)
+LabelLayout::LabelLayout(KQTextIF& device, const std::string& text, unsigned int justify)
     : box_(0.0, 0.0, 0.0, 0.0), justify_(justify) {
   const DeviceState state(device);
   CMTTextIF textIF(device);
@@ -38,7 +38,7 @@ LabelLayout::LabelLayout(CairoTextDevice& device, const std::string& text, unsig
   box_ = block_->GetBBoxUsingTextIF(textIF, Vec2d(0.0, 0.0));
 }
 
-void LabelLayout::Draw(CairoTextDevice& device, const Vec2d& position) const {
+void LabelLayout::Draw(KQTextIF& device, const Vec2d& position) const {
   if (block_ == nullptr) return;
   const DeviceState state(device);
   CMTTextIF textIF(device);

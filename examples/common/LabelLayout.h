@@ -9,7 +9,7 @@
 
 #include <velum/geometry/Box2.h>
 #include <velum/mathtext/MTMultiLineElement.h>
-#include <examples/common/CairoTextDevice.h>
+#include <velum/mathtext/TextIF.h>
 #include <examples/common/LabelFault.h>
 
 #include <memory>
@@ -27,7 +27,7 @@ class LabelLayout {
   /// Parses and measures `text`; `justify` is 1, 2 or 3 for left, center and right.
   ///
   /// *Errors*: what the device throws. A wrong text is no error here; see Fault.
-  LabelLayout(CairoTextDevice& device, const std::string& text, unsigned int justify = 1);
+  LabelLayout(KQTextIF& device, const std::string& text, unsigned int justify = 1);
 
   /// What is wrong with the text; nothing if it has a layout.
   [[nodiscard]] const std::optional<LabelFault>& Fault() const { return fault_; }
@@ -37,7 +37,7 @@ class LabelLayout {
 
   /// Draws the label with the left end of its first baseline at `position`; nothing if there is no
   /// layout.
-  void Draw(CairoTextDevice& device, const Vec2d& position) const;
+  void Draw(KQTextIF& device, const Vec2d& position) const;
 
  private:
   std::shared_ptr<CMTMultiLineElement> block_;

@@ -1,6 +1,7 @@
 #include <examples/labels/LabelSheet.h>
 
 #include <examples/common/Handles.h>
+#include <examples/labels/LabelDevice.h>
 #include <examples/labels/SourceCaption.h>
 
 #include <algorithm>
@@ -152,15 +153,17 @@ std::size_t CharactersIn(CairoTextDevice& device, double width) {
 
 }  // namespace
 
-LabelSheet::LabelSheet(const std::vector<Label>& labels) {
+LabelSheet::LabelSheet(const std::vector<Label>& labels, const std::string& strokedFace)
+    : strokedFace_(strokedFace) {
   // Nothing is drawn here; a context measures as well on a surface without ink.
   const SurfacePtr surface(cairo_recording_surface_create(CAIRO_CONTENT_ALPHA, nullptr));
   const ContextPtr context(cairo_create(surface.get()));
   CairoTextDevice device(context.get(), kLabelHeight);
-  device.SetColor(kInk);
+  LabelDevice labelDevice(context.get(), kLabelHeight, strokedFace);
+  labelDevice.Get().SetColor(kInk);
 
   for (const Label& label : labels) {
-    LabelLayout layout(device, label.text, label.justify);
+    LabelLayout layout(labelDevice.Get(), label.text, label.justify);
     const std::size_t columns = ColumnsFor(SpaceOf(layout).xRange());
     if (layout.Fault()) faults_.push_back(label.name + ": " + layout.Fault()->InWords());
     cells_.push_back({label.group, label.name, std::move(layout),
@@ -220,15 +223,18 @@ void LabelSheet::PlaceRow(std::size_t first, std::size_t last) {
 void LabelSheet::Draw(cairo_t* context) const {
   CairoTextDevice device(context, kLabelHeight);
   device.SetColor(kInk);
+  LabelDevice labelDevice(context, kLabelHeight, strokedFace_);
+  labelDevice.Get().SetColor(kInk);
   DrawHead(device, context);
   for (const Heading& heading : headings_) {
     Write(device, kHeadingType, kMargin, heading.baseline, heading.text);
     DrawRule(context, kMargin, kPageWidth - kMargin, heading.baseline + 5.0, kHairline);
   }
-  for (const Cell& cell : cells_) DrawCell(cell, device, context);
+  for (const Cell& cell : cells_) DrawCell(cell, labelDevice.Get(), device, context);
 }
 
-void LabelSheet::DrawCell(const Cell& cell, CairoTextDevice& device, cairo_t* context) {
+void LabelSheet::DrawCell(const Cell& cell, KQTextIF& labels, CairoTextDevice& device,
+                          cairo_t* context) {
   Write(device, kNameType, cell.left, cell.top + kNameType.height, cell.name);
   if (cell.label.Fault()) {
     const double top = cell.baseline + SpaceOf(cell.label).yMin();
@@ -237,7 +243,7 @@ void LabelSheet::DrawCell(const Cell& cell, CairoTextDevice& device, cairo_t* co
     // The box begins where the column does, also where the label reaches left of its origin.
     const Vec2d position(cell.left - cell.label.Box().xMin(), cell.baseline);
     DrawMeasures(context, cell.label.Box(), position);
-    cell.label.Draw(device, position);
+    cell.label.Draw(labels, position);
   }
   double y = cell.sourceTop;
   for (const std::string& line : cell.source) {

@@ -27,8 +27,10 @@ namespace vlm::examples {
 /// than the page runs out of it. A value that never changes; lengths are points.
 class LabelSheet {
  public:
-  /// Lays the labels out.
-  explicit LabelSheet(const std::vector<Label>& labels);
+  /// Lays the labels out, in outline faces or, if one is named, in a stroked face.
+  ///
+  /// *Errors*: those of the device.
+  explicit LabelSheet(const std::vector<Label>& labels, const std::string& strokedFace = {});
 
   /// The width of the page.
   [[nodiscard]] double Width() const;
@@ -61,8 +63,10 @@ class LabelSheet {
 
   void Place();
   void PlaceRow(std::size_t first, std::size_t last);
-  static void DrawCell(const Cell& cell, CairoTextDevice& device, struct _cairo* context);
+  static void DrawCell(const Cell& cell, KQTextIF& labels, CairoTextDevice& device,
+                       struct _cairo* context);
 
+  std::string strokedFace_;
   std::vector<Cell> cells_;
   std::vector<Heading> headings_;
   std::vector<std::string> faults_;

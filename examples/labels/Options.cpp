@@ -15,6 +15,7 @@ constexpr char kUsage[] =
     "  -o, --output PATH   where to write; the sheet goes to the present folder unless told\n"
     "  --labels FILE       the labels of the sheet; those that come with the program unless told\n"
     "  --text TEXT         the label to draw\n"
+    "  --face NAME         draws the labels with plain lines, in a stroked face such as KQ Roman\n"
     "  -h, --help          this text\n"
     "\n"
     "The status is 0 if all was written, 1 if something failed, 2 for a wrong command line.\n"
@@ -47,6 +48,9 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
       options.labels = value();
     } else if (name == "--text") {
       options.text = value();
+    } else if (name == "--face") {
+      options.face = value();
+      if (options.face.empty()) throw UsageError("--face needs the name of a face");
     } else {
       throw UsageError("unknown option '" + name + "'");
     }

@@ -17,6 +17,7 @@ struct Options {
   bool help = false;                ///< show the usage and end
   std::optional<std::string> text;  ///< one label to draw; without it the sheet is drawn
   std::string labels;               ///< the sheet's file of labels; empty for the one at hand
+  std::string face;                 ///< a stroked face to draw labels with; empty for none
   std::string output;               ///< a file for one label, a folder for the sheet
 };
 

@@ -4,6 +4,7 @@
 #include <examples/common/LabelLayout.h>
 #include <examples/common/Picture.h>
 #include <examples/common/Program.h>
+#include <examples/labels/LabelDevice.h>
 #include <examples/labels/LabelFile.h>
 #include <examples/labels/LabelSheet.h>
 #include <examples/labels/Options.h>
@@ -19,22 +20,22 @@ namespace {
 constexpr double kSingleLabelHeight = 24.0;
 constexpr double kSingleLabelMargin = 12.0;
 
-LabelLayout LayOutSingle(const std::string& text) {
+LabelLayout LayOutSingle(const std::string& text, const std::string& face) {
   const SurfacePtr surface(cairo_recording_surface_create(CAIRO_CONTENT_ALPHA, nullptr));
   const ContextPtr context(cairo_create(surface.get()));
-  CairoTextDevice device(context.get(), kSingleLabelHeight);
-  return {device, text};
+  LabelDevice device(context.get(), kSingleLabelHeight, face);
+  return {device.Get(), text};
 }
 
-void DrawSingle(const std::string& text, const std::string& output) {
-  const LabelLayout label = LayOutSingle(text);
+void DrawSingle(const std::string& text, const std::string& face, const std::string& output) {
+  const LabelLayout label = LayOutSingle(text, face);
   if (label.Fault()) throw std::runtime_error(label.Fault()->InWords());
   const Box2d& box = label.Box();
   const Vec2d position(kSingleLabelMargin - box.xMin(), kSingleLabelMargin - box.yMin());
   WritePicture(output, box.xRange() + 2.0 * kSingleLabelMargin,
                box.yRange() + 2.0 * kSingleLabelMargin, [&](cairo_t* context) {
-                 CairoTextDevice device(context, kSingleLabelHeight);
-                 label.Draw(device, position);
+                 LabelDevice device(context, kSingleLabelHeight, face);
+                 label.Draw(device.Get(), position);
                });
   std::cout << "Made " << output << "\n";
 }
@@ -48,9 +49,10 @@ void MakeFolder(const std::filesystem::path& folder) {
   }
 }
 
-void DrawSheet(const std::string& labelFile, const std::filesystem::path& folder) {
+void DrawSheet(const std::string& labelFile, const std::string& face,
+               const std::filesystem::path& folder) {
   const std::vector<Label> labels = ReadLabelFile(labelFile);
-  const LabelSheet sheet(labels);
+  const LabelSheet sheet(labels, face);
   MakeFolder(folder);
   for (const char* name : {"labels.png", "labels.svg", "labels.pdf"}) {
     const std::string path = (folder / name).string();
@@ -66,9 +68,9 @@ void Run(const Options& options) {
   if (options.help) {
     std::cout << UsageText();
   } else if (options.text) {
-    DrawSingle(*options.text, options.output);
+    DrawSingle(*options.text, options.face, options.output);
   } else {
-    DrawSheet(options.labels.empty() ? VELUM_LABEL_FILE : options.labels,
+    DrawSheet(options.labels.empty() ? VELUM_LABEL_FILE : options.labels, options.face,
               options.output.empty() ? "." : options.output);
   }
 }

@@ -1,5 +1,6 @@
 #include <examples/common/LabelFault.h>
 
+#include <examples/common/CairoTextDevice.h>
 #include <examples/common/Handles.h>
 #include <examples/common/LabelLayout.h>
 
