@@ -46,6 +46,18 @@ struct FILETIME {
   std::uint32_t dwHighDateTime;  ///< The high 32 bits.
 };
 
+/// A time taken apart.
+struct SYSTEMTIME {
+  std::uint16_t wYear;          ///< The year.
+  std::uint16_t wMonth;         ///< From 1, January.
+  std::uint16_t wDayOfWeek;     ///< From 0, Sunday.
+  std::uint16_t wDay;           ///< From 1.
+  std::uint16_t wHour;          ///< From 0 to 23.
+  std::uint16_t wMinute;        ///< From 0.
+  std::uint16_t wSecond;        ///< From 0.
+  std::uint16_t wMilliseconds;  ///< From 0.
+};
+
 /// An entry of a folder, as a search gives it. Texts are terminated.
 struct WIN32_FIND_DATAA {
   std::uint32_t dwFileAttributes;  ///< Bits such as `FILE_ATTRIBUTE_DIRECTORY`.
@@ -232,8 +244,13 @@ struct HDC__ {
 struct HFONT__ {
   int unused;  ///< Not in use.
 };
-using HDC = HDC__*;      ///< A handle of a drawing context.
-using HFONT = HFONT__*;  ///< A handle of a face made for drawing.
+/// What `HINSTANCE` points to; only its address means anything.
+struct HINSTANCE__ {
+  int unused;  ///< Not in use.
+};
+using HDC = HDC__*;              ///< A handle of a drawing context.
+using HFONT = HFONT__*;          ///< A handle of a face made for drawing.
+using HINSTANCE = HINSTANCE__*;  ///< A handle of a loaded module.
 
 /// What a run of text depends on, in 16 bits.
 struct SCRIPT_STATE {
@@ -309,6 +326,7 @@ static_assert(sizeof(TEXTMETRICA) == 56 && sizeof(OUTLINETEXTMETRICA) == 212);
 static_assert(sizeof(SCRIPT_ANALYSIS) == 4 && sizeof(SCRIPT_ITEM) == 8);
 static_assert(sizeof(SCRIPT_PROPERTIES) == 8);
 static_assert(sizeof(ENUMLOGFONTA) == 156 && sizeof(NEWTEXTMETRICA) == 72);
+static_assert(sizeof(SYSTEMTIME) == 16);
 static_assert(sizeof(FILETIME) == 8 && sizeof(WIN32_FIND_DATAA) == 320);
 
 }  // namespace vlm

@@ -1,0 +1,63 @@
+#include <velum/platform/detail/SharedObject.h>
+
+#include <velum/platform/detail/ElfNames.h>
+#include <velum/platform/detail/InputFile.h>
+#include <velum/platform/detail/NativePath.h>
+
+#include <dlfcn.h>
+#include <link.h>
+#include <sys/stat.h>
+
+#include <string_view>
+
+namespace vlm::platform {
+
+namespace {
+
+/// What the loader is to be given: a name as it stands, a path in the system's form. Empty, which
+/// the loader would take for the program itself, for what names nothing.
+std::string LoaderName(const char* path) {
+  const std::string_view text(path);
+  return text.find_first_of("\\/") == std::string_view::npos && !HasDrive(text) ? std::string(text)
+                                                                                : NativePath(path);
+}
+
+/// True for a file that lacks what the loader would map.
+bool IsCut(const std::string& native) {
+  InputFile file;
+  struct stat status {};
+  return file.OpenNative(native) && ::fstat(file.Descriptor(), &status) == 0 &&
+         IsCutElf(FileBytes(file), static_cast<std::uint64_t>(status.st_size));
+}
+
+}  // namespace
+
+void* OpenSharedObject(const char* path) {
+  const std::string name = LoaderName(path);
+  const bool isPath = name.find('/') != std::string::npos;
+  if (name.empty() || (isPath && IsCut(name))) return nullptr;
+  return ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
+}
+
+void CloseSharedObject(void* library) noexcept { ::dlclose(library); }
+
+void* FindSymbol(void* library, const char* name) noexcept { return ::dlsym(library, name); }
+
+std::string SharedObjectFile(const char* path) {
+  const std::string name = LoaderName(path);
+  if (name.empty() || name.find('/') != std::string::npos) return name;
+  void* const loaded = ::dlopen(name.c_str(), RTLD_LAZY | RTLD_NOLOAD);
+  if (!loaded) return {};
+  link_map* map = nullptr;
+  std::string file;
+  try {
+    if (::dlinfo(loaded, RTLD_DI_LINKMAP, &map) == 0) file = map->l_name;
+  } catch (...) {
+    ::dlclose(loaded);
+    throw;
+  }
+  ::dlclose(loaded);
+  return file;
+}
+
+}  // namespace vlm::platform
