@@ -27,6 +27,8 @@ UPWARD = {
     "velum/geometry/GPolygon.cpp": {"velum/files/BufferedFile.h"},
     "velum/geometry/GPolygon2d.h": {"velum/files/Forward.h"},
     "velum/geometry/GPolygon2dFiles.cpp": {"velum/files/BufferedFile.h"},
+    # The default faces are those that the list of faces gives.
+    "velum/diagnostics/SystemInfo.cpp": {"velum/fonts/SystemFaceInfo.h"},
 }
 
 SERVICES = re.compile(

@@ -8,8 +8,15 @@
 
 namespace vlm {
 
+class CDllCache;
+class CDynLib;
 class CLogger;
+class CModQuery;
 class CRemoteLogger;
+class CSystemInfo;
+class CTimer;
 class ScopedLogMessage;
+struct DllEntry;
+struct DllEntryLess;
 
 }  // namespace vlm

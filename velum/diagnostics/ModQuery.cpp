@@ -1,0 +1,110 @@
+#include <velum/diagnostics/ModQuery.h>
+
+#include <velum/files/FileFind.h>
+#include <velum/files/FileUtilities.h>
+#include <velum/files/detail/PathText.h>
+#include <velum/platform/detail/Modules.h>
+#include <velum/platform/detail/NativePath.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <system_error>
+
+namespace vlm {
+
+namespace {
+
+/// True for the name of a library: ".so" ends it or has a point behind it.
+bool IsLibraryName(const GString& name) {
+  const std::string folded = detail::FoldAscii(name);
+  return folded.ends_with(".so") || folded.find(".so.") != std::string::npos;
+}
+
+GString TimeText(const SYSTEMTIME& time) {
+  GString text;
+  (void)text.FormatString("%02d:%02d%s %02d/%02d/%04d", time.wHour % 12, time.wMinute,
+                          time.wHour < 12 ? "am" : "pm", time.wMonth, time.wDay, time.wYear);
+  return text;
+}
+
+/// The whole numbers that a version begins with, up to two; 0 in place of one that is missing.
+struct Numbers {
+  explicit Numbers(const std::string& version) {
+    const char* const end = version.data() + version.size();
+    const auto first = std::from_chars(version.data(), end, major);
+    if (first.ec == std::errc() && first.ptr != end && *first.ptr == '.') {
+      std::from_chars(first.ptr + 1, end, minor);
+    }
+  }
+  int major = 0;
+  int minor = 0;
+};
+
+}  // namespace
+
+CModQuery::CModQuery(int which) {
+  if (which & 1) AddMemoryModules();
+  if (which & 2) AddDiskModules();
+}
+
+CModQuery::CModQuery(const CModQuery& other) = default;
+CModQuery::~CModQuery() = default;
+CModQuery& CModQuery::operator=(const CModQuery& other) = default;
+
+bool CModQuery::AddMemoryModules() {
+  constexpr std::size_t kMost = 1024;
+  const std::vector<std::string> modules = platform::LoadedModules(kMost);
+  modules_.reserve(modules_.size() + modules.size());
+  for (const std::string& module : modules) {
+    if (module.size() <= detail::kLongestPath) AddEntry(platform::PathFromNative(module), true);
+  }
+  return !modules.empty();
+}
+
+bool CModQuery::AddDiskModules() {
+  const GString program = GetModuleFilename(nullptr);
+  if (program.empty()) return false;
+  if (!InList(program)) AddEntry(program, false);
+  CFileFind find(GetStartupPath(nullptr, true) + "*.so*");
+  while (find.FindNextFileA()) {
+    if (find.IsDirectory() || !IsLibraryName(find.GetFileName())) continue;
+    const GString path = platform::PathFromNative(
+        platform::RealPath(platform::NativePath(find.GetFilePath(true).c_str())));
+    if (!path.empty() && !InList(path)) AddEntry(path, false);
+  }
+  return true;
+}
+
+bool CModQuery::InList(const GString& path) const {
+  const GString folded = detail::FoldAscii(path);
+  return std::any_of(modules_.rbegin(), modules_.rend(), [&](const CModuleInfo& module) {
+    return detail::FoldAscii(module.GetPath()) == folded;
+  });
+}
+
+void CModQuery::AddEntry(const GString& path, bool loaded) {
+  CModuleInfo module(loaded);
+  module.SetPath(path);
+  platform::ModuleFile file;
+  if (platform::ReadModuleFile(platform::NativePath(path.c_str()), file)) {
+    if (!file.version.empty()) {
+      const Numbers numbers(file.version);
+      module.SetVersion(file.version);
+      module.SetVerMajor(numbers.major);
+      module.SetVerMinor(numbers.minor);
+    }
+    if (!file.soname.empty()) module.SetDescription(file.soname);
+    if (file.hasTime) {
+      module.SetTimeStamp(file.written);
+      module.SetTimeStampStr(TimeText(file.written));
+    }
+    constexpr std::int64_t kLargest = std::numeric_limits<int>::max();
+    module.SetSize(static_cast<int>(std::min(file.size, kLargest)));
+  }
+  modules_.push_back(module);
+}
+
+}  // namespace vlm

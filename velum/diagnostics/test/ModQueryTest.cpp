@@ -1,0 +1,182 @@
+#include <velum/diagnostics/ModQuery.h>
+
+#include <velum/diagnostics/test/TestLibraries.h>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <ctime>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace vlm {
+namespace {
+
+using testing::Native;
+using testing::TestLibrary;
+
+/// The entry of a path; null if there is none. It must not be there twice.
+const CModQuery::CModuleInfo* Find(const CModQuery& modules, const GString& path) {
+  const CModQuery::CModuleInfo* found = nullptr;
+  for (const auto& module : modules) {
+    if (module.GetPath() != path) continue;
+    EXPECT_EQ(found, nullptr) << path << " is there twice";
+    found = &module;
+  }
+  return found;
+}
+
+/// A file, folder or link beside the program, as long as the object lives.
+struct Beside {
+  explicit Beside(const std::string& name, const char* text = "text")
+      : path(GetStartupPath(nullptr, true) + name) {
+    std::ofstream(Native(path)) << text;
+  }
+  ~Beside() { unlink(Native(path).c_str()); }
+  const GString path;
+};
+
+TEST(ModQuery, ModulesInMemoryAreThoseWhoseCodeTheKernelHasMapped) {
+  std::set<std::string> mapped;
+  std::ifstream maps("/proc/self/maps");
+  for (std::string line; std::getline(maps, line);) {
+    std::istringstream words(line);
+    std::string range, rights, offset, device, node, path;
+    words >> range >> rights >> offset >> device >> node >> path;
+    if (rights.find('x') != std::string::npos && path.rfind('/', 0) == 0) mapped.insert(path);
+  }
+  const CModQuery modules(1);
+  ASSERT_GT(modules.size(), 2u);
+  EXPECT_EQ(modules[0].GetPath(), GetModuleFilename(nullptr));
+  std::set<std::string> listed;
+  for (const auto& module : modules) {
+    EXPECT_TRUE(module.GetLoaded());
+    EXPECT_EQ(module.GetSize(), GetFileSize(module.GetPath()));
+    EXPECT_NE(module.GetTimeStampStr(), "n/a");
+    EXPECT_TRUE(listed.insert(Native(module.GetPath())).second) << module.GetPath();
+  }
+  EXPECT_EQ(listed, mapped);
+}
+
+TEST(ModQuery, LibrariesBesideTheProgramSayWhatTheyAre) {
+  const Beside link("velum_mod_link.so.1");
+  unlink(Native(link.path).c_str());
+  ASSERT_EQ(symlink("velum_test_plain.so", Native(link.path).c_str()), 0);
+  const Beside text("velum_mod_text.so.1");
+  const Beside other("velum_mod.source");
+  const CModQuery modules(2);
+  const auto* const program = Find(modules, GetModuleFilename(nullptr));
+  ASSERT_TRUE(program);
+  EXPECT_FALSE(program->GetLoaded());
+  const struct {
+    GString path;
+    const char* version;
+    int major;
+    int minor;
+    const char* description;
+  } rows[] = {
+      {TestLibrary("plain"), "n/a", 0, 0, "n/a"},
+      {TestLibrary("named"), "3.14.1", 3, 14, "libvelum_test.so.3.14.1"},
+      {TestLibrary("versioned"), "2.10", 2, 10, "libvelum_test.so.6"},
+      {text.path, "n/a", 0, 0, "n/a"},
+  };
+  for (const auto& row : rows) {
+    const auto* const module = Find(modules, row.path);
+    ASSERT_TRUE(module) << row.path;
+    EXPECT_FALSE(module->GetLoaded()) << row.path;
+    EXPECT_EQ(module->GetVersion(), row.version) << row.path;
+    EXPECT_EQ(module->GetVerMajor(), row.major) << row.path;
+    EXPECT_EQ(module->GetVerMinor(), row.minor) << row.path;
+    EXPECT_EQ(module->GetDescription(), row.description) << row.path;
+    EXPECT_EQ(module->GetSize(), GetFileSize(row.path)) << row.path;
+  }
+  EXPECT_EQ(Find(modules, link.path), nullptr) << "a link counts as the file that it leads to";
+  EXPECT_EQ(Find(modules, other.path), nullptr) << "no library's name";
+}
+
+TEST(ModQuery, NoPathIsAddedFromTheDiskThatIsThereInAnyCase) {
+  const Beside capitals("VELUM_MOD_CASE.SO");
+  const Beside small("velum_mod_case.so");
+  CModQuery modules(3);
+  ASSERT_TRUE(Find(modules, GetModuleFilename(nullptr)));
+  EXPECT_TRUE(Find(modules, GetModuleFilename(nullptr))->GetLoaded());
+  EXPECT_TRUE(Find(modules, capitals.path));
+  EXPECT_FALSE(Find(modules, small.path));
+  EXPECT_TRUE(modules.AddDiskModules());
+  EXPECT_TRUE(Find(modules, capitals.path)) << "nor once more";
+  const std::size_t before = modules.size();
+  EXPECT_TRUE(modules.AddMemoryModules());
+  EXPECT_GT(modules.size(), before) << "what is in memory is added again";
+}
+
+TEST(ModQuery, TimesAreLocalAndNoonIsZero) {
+  const struct {
+    int hour;
+    int minute;
+    const char* text;
+  } rows[] = {{12, 5, "00:05pm 03/09/2021"},
+              {0, 5, "00:05am 03/09/2021"},
+              {11, 59, "11:59am 03/09/2021"},
+              {23, 0, "11:00pm 03/09/2021"}};
+  const Beside dated("velum_mod_dated.so");
+  for (const auto& row : rows) {
+    std::tm local{};
+    local.tm_year = 2021 - 1900;
+    local.tm_mon = 3 - 1;
+    local.tm_mday = 9;
+    local.tm_hour = row.hour;
+    local.tm_min = row.minute;
+    local.tm_sec = 7;
+    local.tm_isdst = -1;
+    const timespec times[2] = {{0, UTIME_NOW}, {std::mktime(&local), 250'000'000}};
+    ASSERT_EQ(utimensat(AT_FDCWD, Native(dated.path).c_str(), times, 0), 0);
+    const CModQuery modules(2);
+    const auto* const module = Find(modules, dated.path);
+    ASSERT_TRUE(module);
+    EXPECT_EQ(module->GetTimeStampStr(), row.text);
+    const SYSTEMTIME& time = module->GetTimeStamp();
+    EXPECT_EQ(time.wYear, 2021);
+    EXPECT_EQ(time.wMonth, 3);
+    EXPECT_EQ(time.wDay, 9);
+    EXPECT_EQ(time.wDayOfWeek, 2) << "a Tuesday";
+    EXPECT_EQ(time.wHour, row.hour);
+    EXPECT_EQ(time.wMinute, row.minute);
+    EXPECT_EQ(time.wSecond, 7);
+    EXPECT_EQ(time.wMilliseconds, 250);
+  }
+}
+
+TEST(ModQuery, WhatIsNoFileIsListedWithoutSizeAndTime) {
+  const Beside pipe("velum_mod_pipe.so");
+  unlink(Native(pipe.path).c_str());
+  ASSERT_EQ(mkfifo(Native(pipe.path).c_str(), 0600), 0);
+  const CModQuery modules(2);
+  const auto* const module = Find(modules, pipe.path);
+  ASSERT_TRUE(module);
+  EXPECT_EQ(module->GetSize(), 0);
+  EXPECT_EQ(module->GetVersion(), "n/a");
+  EXPECT_EQ(module->GetTimeStampStr(), "n/a");
+  EXPECT_EQ(module->GetTimeStamp().wYear, 0);
+}
+
+TEST(ModQuery, IsASequenceOfValues) {
+  CModQuery modules(0);
+  EXPECT_TRUE(modules.empty());
+  EXPECT_TRUE(modules.AddMemoryModules());
+  const CModQuery copy(modules);
+  modules = CModQuery(0);
+  EXPECT_EQ(modules.GetCount(), 0u);
+  ASSERT_GT(copy.GetCount(), 0u);
+  EXPECT_EQ(std::distance(copy.begin(), copy.end()), static_cast<std::ptrdiff_t>(copy.size()));
+  EXPECT_EQ(copy.rbegin()->GetPath(), copy[copy.size() - 1].GetPath());
+  EXPECT_EQ(std::prev(copy.rend())->GetPath(), copy.begin()->GetPath());
+}
+
+}  // namespace
+}  // namespace vlm
