@@ -89,6 +89,27 @@ const HKEY HKEY_LOCAL_MACHINE = reinterpret_cast<HKEY>(std::uintptr_t{0x80000002
 /// What belongs to all users.
 const HKEY HKEY_USERS = reinterpret_cast<HKEY>(std::uintptr_t{0x80000003});
 
+/// What a crash was: a code, where it happened, and what goes with it.
+struct EXCEPTION_RECORD {
+  std::uint32_t ExceptionCode;              ///< The kind, such as `EXCEPTION_ACCESS_VIOLATION`.
+  std::uint32_t ExceptionFlags;             ///< 1 if the program can't go on; otherwise 0.
+  EXCEPTION_RECORD* ExceptionRecord;        ///< The crash that led to this one, or null.
+  void* ExceptionAddress;                   ///< The instruction.
+  std::uint32_t NumberParameters;           ///< How many of the following there are.
+  std::uintptr_t ExceptionInformation[15];  ///< What the kind says they are.
+};
+/// The processor at the moment of a crash, in the system's own form. No object of it exists.
+struct CONTEXT;
+/// What a crash was, and the processor's state.
+struct EXCEPTION_POINTERS {
+  EXCEPTION_RECORD* ExceptionRecord;  ///< What it was.
+  CONTEXT* ContextRecord;             ///< The state; null if it is not known.
+};
+
+/// Memory that the program may not use in this way. The first parameter is 0 for reading and 1 for
+/// writing, the second is the address.
+inline constexpr std::uint32_t EXCEPTION_ACCESS_VIOLATION = 0xC0000005;
+
 inline constexpr std::uint32_t FILE_ATTRIBUTE_READONLY = 0x0001;    ///< May not be written.
 inline constexpr std::uint32_t FILE_ATTRIBUTE_HIDDEN = 0x0002;      ///< Is not usually shown.
 inline constexpr std::uint32_t FILE_ATTRIBUTE_SYSTEM = 0x0004;      ///< Belongs to the system.

@@ -47,6 +47,9 @@ class LogFile {
   /// Appends a line and a line feed. False if it is not wholly in the file.
   bool Append(std::string_view line);
 
+  /// The system's number of the file, for who must write past this object; -1 if it is not open.
+  [[nodiscard]] int Descriptor() const noexcept { return file_; }
+
  private:
   /// Writes what stands in `out_`; gives how many of its bytes are in the file.
   std::size_t Write() noexcept;

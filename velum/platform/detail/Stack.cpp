@@ -1,5 +1,7 @@
 #include <velum/platform/detail/Stack.h>
 
+#include <velum/platform/detail/CrashSignals.h>
+
 #include <pthread.h>
 #include <cstdint>
 #include <exception>
@@ -30,11 +32,13 @@ struct Work {
 
 void* Run(void* argument) {
   auto& work = *static_cast<Work*>(argument);
+  void* const crashStack = AreCrashesReported() ? GiveCrashStack() : nullptr;
   try {
     work.task(work.argument);
   } catch (...) {
     work.thrown = std::current_exception();
   }
+  TakeCrashStack(crashStack);
   return nullptr;
 }
 

@@ -1,0 +1,288 @@
+#include <velum/platform/detail/CrashSignals.h>
+
+#include <velum/platform/detail/CrashCodes.h>
+#include <velum/platform/detail/CrashContext.h>
+#include <velum/platform/detail/UncaughtException.h>
+
+#include <dlfcn.h>
+#include <pthread.h>
+#include <setjmp.h>
+#include <signal.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <ucontext.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <ctime>
+
+namespace vlm::platform {
+namespace {
+
+constexpr int kCrashSignals[] = {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGTRAP, SIGABRT};
+/// What may still end the process while it reports.
+constexpr int kStopSignals[] = {SIGINT, SIGTERM, SIGQUIT, SIGHUP};
+/// How long a thread that crashed second waits while nothing goes on, in tenths of a second.
+constexpr int kPatience = 300;
+
+constinit std::atomic<CrashReporter> theReporter{nullptr};
+/// The thread that reports; 0 before the first crash.
+constinit std::atomic<pid_t> theOwner{0};
+
+/// Where a step that fails goes on; the owner's alone.
+sigjmp_buf theWayOut;
+constinit std::atomic<bool> theStepRuns{false};
+/// Counts the begins and ends of steps, for those who wait.
+constinit std::atomic<unsigned int> theProgress{0};
+constinit std::atomic<bool> theStepHasNoLimit{false};
+/// When a step has taken too long, in seconds of the clock that is never set.
+constinit std::atomic<std::int64_t> theDeadline{0};
+
+/// Stands at the low end of each stack that the library gives, where the handler finds it.
+struct StackHead {
+  static constexpr std::uint64_t kMark = 0x6B63617453686372;
+
+  std::uint64_t mark;
+  std::uintptr_t lowest;  // Of the thread's usual stack.
+  stack_t before;
+};
+
+constexpr std::size_t kStackSize = std::size_t{256} * 1024;
+
+/// The lowest address of the calling thread's usual stack; 0 if it is not known. Allocates.
+std::uintptr_t LowestOfStack() noexcept {
+  pthread_attr_t attributes;
+  if (::pthread_getattr_np(::pthread_self(), &attributes) != 0) return 0;
+  void* lowest = nullptr;
+  std::size_t size = 0;
+  const int failed = ::pthread_attr_getstack(&attributes, &lowest, &size);
+  ::pthread_attr_destroy(&attributes);
+  return failed ? 0 : reinterpret_cast<std::uintptr_t>(lowest);
+}
+
+/// Whether a thread has used memory beyond the end of its stack. Known of threads that run their
+/// handler on a stack of ours; others could not have come here for that.
+bool IsStackOverflow(const ucontext_t& context, std::uintptr_t address) noexcept {
+  constexpr std::uintptr_t kGuard = std::uintptr_t{1} << 20;
+  constexpr std::uintptr_t kPage = 4096;
+  const auto* const head = static_cast<const StackHead*>(context.uc_stack.ss_sp);
+  if ((context.uc_stack.ss_flags & SS_DISABLE) || context.uc_stack.ss_size < sizeof(StackHead) ||
+      !head || head->mark != StackHead::kMark || head->lowest == 0) {
+    return false;
+  }
+  const auto isAtEnd = [&](std::uintptr_t place, std::uintptr_t above) {
+    return place < head->lowest + above && place + kGuard >= head->lowest;
+  };
+  return isAtEnd(address, kPage) && isAtEnd(StackPointerOf(&context), 2 * kPage);
+}
+
+CrashFacts Collect(int signal, const siginfo_t& info, void* context) noexcept {
+  constexpr std::uint32_t kNoncontinuable = 1;
+  const SignalKind kind = KindOfSignal(signal, info.si_code);
+  CrashFacts facts;
+  facts.signal = signal;
+  facts.code = info.si_code;
+  facts.signalName = kind.signalName;
+  facts.codeName = kind.codeName;
+  facts.process = ::getpid();
+  facts.thread = ::gettid();
+  ::prctl(PR_GET_NAME, facts.threadName);
+  facts.context = context;
+  const bool wasSent = info.si_code <= 0;
+  const bool hasSender =
+      info.si_code == SI_USER || info.si_code == SI_QUEUE || info.si_code == SI_TKILL;
+  if (hasSender && info.si_pid != facts.process) facts.sender = info.si_pid;
+
+  EXCEPTION_RECORD& record = facts.record;
+  record.ExceptionCode = kind.exception;
+  record.ExceptionAddress = reinterpret_cast<void*>(InstructionOf(context));
+  if (signal == SIGABRT) {
+    record.ExceptionFlags = kNoncontinuable;
+    facts.uncaught = UncaughtException();
+    if (facts.uncaught) record.ExceptionCode = kUncaughtException;
+  }
+  if (wasSent || (signal != SIGSEGV && signal != SIGBUS)) return facts;
+  // The processor does not tell which address it was that can't be one at all.
+  const std::uintptr_t address = info.si_code == SI_KERNEL
+                                     ? ~std::uintptr_t{0}
+                                     : reinterpret_cast<std::uintptr_t>(info.si_addr);
+  record.NumberParameters = 2;
+  record.ExceptionInformation[0] = AccessOf(context) == Access::kWrite ? 1 : 0;
+  record.ExceptionInformation[1] = address;
+  if (signal == SIGSEGV && IsStackOverflow(*static_cast<const ucontext_t*>(context), address)) {
+    record.ExceptionCode = kStackOverflow;
+  }
+  return facts;
+}
+
+void SetDefault(int signal) noexcept {
+  struct sigaction action {};
+  action.sa_handler = SIG_DFL;
+  ::sigaction(signal, &action, nullptr);
+}
+
+/// Lets the signal have its usual effect once the handler returns, with what it said at first.
+void EndBySignal(int signal, siginfo_t* info, void* context) noexcept {
+  // The system spares the first process of a container the effect of a signal that was sent.
+  if (info->si_code <= 0 && ::getpid() == 1) ::_exit(128 + signal);
+  SetDefault(signal);
+  sigset_t one;
+  ::sigemptyset(&one);
+  ::sigaddset(&one, signal);
+  ::pthread_sigmask(SIG_BLOCK, &one, nullptr);
+  ::sigdelset(&static_cast<ucontext_t*>(context)->uc_sigmask, signal);
+  if (::syscall(SYS_rt_tgsigqueueinfo, ::getpid(), ::gettid(), signal, info) != 0) {
+    ::syscall(SYS_tgkill, ::getpid(), ::gettid(), signal);
+  }
+}
+
+/// Leaves the step that the calling thread, which reports, is in; returns if it is in none.
+void LeaveStep() noexcept {
+  if (theStepRuns.exchange(false)) ::siglongjmp(theWayOut, 1);
+}
+
+std::int64_t Now() noexcept {
+  timespec now{};
+  ::clock_gettime(CLOCK_MONOTONIC, &now);
+  return now.tv_sec;
+}
+
+extern "C" void velum_on_crash_alarm(int) {
+  const int error = errno;
+  const pid_t owner = theOwner;
+  if (owner == ::gettid()) {
+    // The program may have alarms of its own.
+    if (Now() >= theDeadline) LeaveStep();
+  } else {
+    ::syscall(SYS_tgkill, ::getpid(), owner, SIGALRM);
+  }
+  errno = error;
+}
+
+/// Waits for the process to end, which the first thread that crashed does; returns when nothing
+/// goes on there.
+void WaitForTheEnd() noexcept {
+  constexpr timespec kTenth{0, 100'000'000};
+  unsigned int seen = theProgress;
+  for (int waited = 0; waited < kPatience; ++waited) {
+    ::nanosleep(&kTenth, nullptr);
+    if (seen != theProgress || theStepHasNoLimit) waited = 0;
+    seen = theProgress;
+  }
+}
+
+/// Lets in the signals that a step may raise or be ended by, whatever the thread had blocked.
+void LetSignalsIn() noexcept {
+  struct sigaction action {};
+  action.sa_handler = &velum_on_crash_alarm;
+  action.sa_flags = SA_ONSTACK;
+  ::sigfillset(&action.sa_mask);
+  ::sigaction(SIGALRM, &action, nullptr);
+  sigset_t in;
+  ::sigemptyset(&in);
+  ::sigaddset(&in, SIGALRM);
+  for (const int signal : kCrashSignals) ::sigaddset(&in, signal);
+  ::pthread_sigmask(SIG_UNBLOCK, &in, nullptr);
+}
+
+/// Keeps the module of this code from being unloaded: the system would call what is gone.
+void StayLoaded() noexcept {
+  Dl_info info{};
+  if (::dladdr(reinterpret_cast<void*>(&SetDefault), &info) == 0 || !info.dli_fname) return;
+  if (void* const module = ::dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE)) {
+    ::dlclose(module);
+  }
+}
+
+extern "C" void velum_on_crash(int signal, siginfo_t* info, void* context) {
+  const int error = errno;
+  const CrashReporter reporter = theReporter;
+  const pid_t self = ::gettid();
+  pid_t owner = 0;
+  CrashEnd end = CrashEnd::kBySignal;
+  if (theOwner.compare_exchange_strong(owner, self)) {
+    LetSignalsIn();
+    const CrashFacts facts = Collect(signal, *info, context);
+    if (reporter) end = reporter(facts);
+  } else if (owner == self) {
+    LeaveStep();
+  } else {
+    WaitForTheEnd();
+  }
+  if (end == CrashEnd::kByExit) ::_exit(128 + signal);
+  EndBySignal(signal, info, context);
+  errno = error;
+}
+
+}  // namespace
+
+bool AreCrashesReported() noexcept { return theReporter != nullptr; }
+
+void InstallCrashSignals(CrashReporter reporter) noexcept {
+  StayLoaded();
+  theReporter = reporter;
+  struct sigaction action {};
+  action.sa_sigaction = &velum_on_crash;
+  // A crash in the handler comes to the handler; whatever else may wait does.
+  action.sa_flags = SA_SIGINFO | SA_ONSTACK | SA_NODEFER;
+  ::sigfillset(&action.sa_mask);
+  for (const int signal : kCrashSignals) ::sigdelset(&action.sa_mask, signal);
+  for (const int signal : kStopSignals) ::sigdelset(&action.sa_mask, signal);
+  for (const int signal : kCrashSignals) ::sigaction(signal, &action, nullptr);
+}
+
+bool RunStep(unsigned int seconds, void (*step)(void*), void* argument) noexcept {
+  ++theProgress;
+  theStepHasNoLimit = seconds == 0;
+  if (sigsetjmp(theWayOut, 1) != 0) {
+    ::alarm(0);
+    theStepHasNoLimit = false;
+    ++theProgress;
+    return false;
+  }
+  // A limit of 0 is none, and an alarm of 0 stops the program's own.
+  theDeadline = seconds == 0 ? INT64_MAX : Now() + seconds;
+  theStepRuns = true;
+  ::alarm(seconds);
+  step(argument);
+  ::alarm(0);
+  theStepRuns = false;
+  theStepHasNoLimit = false;
+  ++theProgress;
+  return true;
+}
+
+void* GiveCrashStack() noexcept {
+  const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  void* const memory = ::mmap(nullptr, kStackSize + page, PROT_READ | PROT_WRITE,
+                              MAP_PRIVATE | MAP_ANONYMOUS | MAP_STACK | MAP_NORESERVE, -1, 0);
+  if (memory == MAP_FAILED) return nullptr;
+  ::mprotect(memory, page, PROT_NONE);
+  auto* const head = reinterpret_cast<StackHead*>(static_cast<std::byte*>(memory) + page);
+  *head = {StackHead::kMark, LowestOfStack(), {}};
+  stack_t stack{};
+  stack.ss_sp = head;
+  stack.ss_size = kStackSize;
+  if (::sigaltstack(&stack, &head->before) == 0) return head;
+  ::munmap(memory, kStackSize + page);
+  return nullptr;
+}
+
+void TakeCrashStack(void* stack) noexcept {
+  if (!stack) return;
+  auto* const head = static_cast<StackHead*>(stack);
+  stack_t now{};
+  // Another one that was given meanwhile stays, and comes back to this one.
+  if (::sigaltstack(nullptr, &now) != 0 || now.ss_sp != stack ||
+      ::sigaltstack(&head->before, nullptr) != 0) {
+    return;
+  }
+  const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  ::munmap(static_cast<std::byte*>(stack) - page, kStackSize + page);
+}
+
+}  // namespace vlm::platform

@@ -1,0 +1,74 @@
+#include <velum/platform/detail/Displays.h>
+
+#include <dirent.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <vector>
+
+namespace vlm::platform {
+namespace {
+
+constexpr int kLargest = 1 << 20;
+
+std::string FirstLine(const std::string& path) {
+  std::ifstream file(path);
+  std::string line;
+  std::getline(file, line);
+  return line;
+}
+
+/// Reads two numbers with a separator between them.
+std::optional<Resolution> ReadResolution(const std::string& text, char separator) {
+  Resolution size;
+  char found = 0;
+  if (std::sscanf(text.c_str(), "%7d%c%7d", &size.width, &found, &size.height) != 3 ||
+      found != separator || size.width < 1 || size.height < 1 || size.width > kLargest ||
+      size.height > kLargest) {
+    return std::nullopt;
+  }
+  return size;
+}
+
+struct Closer {
+  void operator()(DIR* stream) const noexcept { ::closedir(stream); }
+};
+
+/// The names in a folder, in their order; nothing if it is not there.
+std::optional<std::vector<std::string>> NamesIn(const std::string& folder) {
+  const std::unique_ptr<DIR, Closer> stream(::opendir(folder.c_str()));
+  if (!stream) return std::nullopt;
+  std::vector<std::string> names;
+  while (const dirent* const entry = ::readdir(stream.get())) names.emplace_back(entry->d_name);
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+}  // namespace
+
+DisplayFacts ReadDisplayFacts(const std::string& classes) {
+  DisplayFacts facts;
+  for (const char* const variable : {"WAYLAND_DISPLAY", "DISPLAY"}) {
+    const char* const value = std::getenv(variable);
+    if (value && facts.name.empty()) facts.name = value;
+  }
+  const std::string drm = classes + "/drm/";
+  if (const auto outputs = NamesIn(drm)) {
+    facts.monitors = 0;
+    for (const std::string& output : *outputs) {
+      if (FirstLine(drm + output + "/status") != "connected") continue;
+      ++*facts.monitors;
+      if (!facts.screen) facts.screen = ReadResolution(FirstLine(drm + output + "/modes"), 'x');
+    }
+  }
+  const std::string console = classes + "/graphics/fb0/";
+  facts.whole = ReadResolution(FirstLine(console + "virtual_size"), ',');
+  const int bits = std::atoi(FirstLine(console + "bits_per_pixel").c_str());
+  if (bits > 0) facts.bitsPerPixel = bits;
+  return facts;
+}
+
+}  // namespace vlm::platform
