@@ -57,6 +57,7 @@
 #include <velum/dates/Forward.h>
 #include <velum/dates/NumberFormatSpec.h>
 #include <velum/dates/Real10.h>
+#include <velum/diagnostics/CrashHandler.h>
 #include <velum/diagnostics/DllCache.h>
 #include <velum/diagnostics/DynLib.h>
 #include <velum/diagnostics/Forward.h>

@@ -15,6 +15,7 @@ class CModQuery;
 class CRemoteLogger;
 class CSystemInfo;
 class CTimer;
+class CrashStack;
 class ScopedLogMessage;
 struct DllEntry;
 struct DllEntryLess;

@@ -3,9 +3,11 @@
 #include <velum/core/Exception.h>
 #include <velum/core/StringFormat.h>
 #include <velum/core/SystemError.h>
+#include <velum/diagnostics/detail/CrashLog.h>
 #include <velum/diagnostics/detail/Finally.h>
 #include <velum/diagnostics/detail/RecentLines.h>
 #include <velum/platform/detail/LogFile.h>
+#include <velum/platform/detail/NativePath.h>
 
 #include <mutex>
 #include <new>
@@ -85,6 +87,7 @@ void CLogger::SetOutputFile(const GString& path, bool append) {
   if (path.empty()) ThrowErrorImpl(kSource, __LINE__, ERR_INTERNAL);
   path_ = path;
   append_ = append;
+  if (this == &g_Logger) detail::CrashLog::TellPath(platform::NativePath(path.c_str()), append);
 }
 
 void CLogger::SetOutputCallback(OutputCallback callback, void* user) noexcept {
@@ -151,6 +154,8 @@ void CLogger::GiveUp() noexcept {
   if (!lock) return;
   callback_ = nullptr;
   remote_.reset();
+  detail::CrashLog::TellFile(-1);
+  detail::CrashLog::TellPath({}, true);
   file_.reset();
   EmptyBuffer();
   path_ = GString();
@@ -165,6 +170,7 @@ void CLogger::OpenFile() {
     ThrowErrorImpl(kSource, __LINE__, ERR_OPEN, path_.c_str(), reason.c_str());
   }
   file_ = std::move(file);
+  if (this == &g_Logger) detail::CrashLog::TellFile(file_->Descriptor());
 }
 
 void CLogger::PassOn(int type, const GString& text) {

@@ -18,12 +18,14 @@
 
 namespace vlm {
 
+struct EXCEPTION_POINTERS;
 namespace platform {
 class LogFile;
 }
 namespace detail {
+class CrashLog;
 class GlobalLogger;
-}
+}  // namespace detail
 
 /// The types of log lines, which are bits: a line may have several, and a logger lets through those
 /// of its mask.
@@ -145,7 +147,35 @@ class VELUM_API CLogger {
   /// *Errors*: those of `Send`.
   void Separator(int type, const GString& title);
 
+  // Reports on the machine. Each is a section of lines of type `LogInformation`; a line that this
+  // machine has no answer for is left out. Nothing happens if the logger is disabled. The lines of
+  // other threads may come in between. *Errors*: those of `Send`.
+
+  /// The present local time, one line: "Current time is 14:05:33 on 11/23/26".
+  void Time();
+  /// The operating system and its folders.
+  void OSVersion();
+  /// The displays that are connected, and the one that the environment names.
+  void VideoInfo();
+  /// The processors.
+  void Processor();
+  /// The control word of the floating point unit, as it is for the calling thread.
+  void Coprocessor();
+  /// Memory, swap space as the paging file, and the process's address space as virtual memory.
+  void Memory();
+  /// The modules of the process and the libraries beside its program, as `CModQuery` lists them.
+  void EnumModules();
+  /// All of these.
+  ///
+  /// *Cost*: a few milliseconds; every module's file is looked at.
+  void LogAllConfigInfo();
+  /// What a crash was, in a section "Exception Info" whose lines have the type `LogAlert`.
+  ///
+  /// *Errors*: `ERR_INTERNAL` for a null pointer, or one to no record.
+  void Exception(EXCEPTION_POINTERS* pointers);
+
  private:
+  friend class detail::CrashLog;
   friend class detail::GlobalLogger;
 
   [[gnu::visibility("hidden")]] void GiveUp() noexcept;
@@ -160,7 +190,7 @@ class VELUM_API CLogger {
   [[gnu::visibility("hidden")]] void AppendToBuffer(const GString& text);
   [[gnu::visibility("hidden")]] void CallBack(int type, const GString& text);
 
-  bool lastEmpty_ = true;
+  std::atomic<bool> lastEmpty_{true};
   std::atomic<bool> enabled_;
   bool append_ = true;
   std::atomic<int> type_;

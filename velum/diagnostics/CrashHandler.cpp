@@ -1,0 +1,192 @@
+#include <velum/diagnostics/CrashHandler.h>
+
+#include <velum/core/Exception.h>
+#include <velum/diagnostics/detail/CrashDump.h>
+#include <velum/diagnostics/detail/CrashLog.h>
+#include <velum/diagnostics/detail/ExceptionText.h>
+#include <velum/platform/detail/Backtrace.h>
+#include <velum/platform/detail/CrashSignals.h>
+#include <velum/platform/detail/FileSystem.h>
+#include <velum/platform/detail/NativePath.h>
+#include <velum/platform/detail/SafeFile.h>
+#include <velum/platform/detail/UncaughtException.h>
+
+#include <atomic>
+#include <cerrno>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace vlm {
+namespace {
+
+using detail::CrashLog;
+using detail::kStepSeconds;
+using detail::RunReportStep;
+using platform::Answer;
+using platform::CrashEnd;
+using platform::CrashFacts;
+using platform::SafeText;
+
+constexpr char kQuestion[] =
+    "An unrecoverable error has occurred.  Would you like to save a diagnostic file?";
+constexpr int kQuestionSeconds = 60;
+
+/// What the handler is told before. Never destroyed: a crash may come at any time.
+struct Settings {
+  std::string title;
+  std::string path;  // The system's own.
+  const Settings* before = nullptr;
+};
+constinit std::atomic<const Settings*> theSettings{nullptr};
+constinit std::mutex theInstaller;
+constinit std::atomic<CrashQuestion> theQuestion{nullptr};
+constinit std::atomic<CrashAlert> theAlert{nullptr};
+
+/// The texts that a step works on, too large for the stack of a handler.
+constinit char theText[8 * 1024] = {};
+
+std::unique_ptr<Settings> MakeSettings(const GString& appName) {
+  auto settings = std::make_unique<Settings>();
+  const std::string program = platform::ModulePath(nullptr);
+  const std::size_t nameAt = program.rfind('\\') + 1;
+  settings->title = appName.empty() ? program.substr(nameAt) : appName.String();
+  std::string name = program.empty() ? "Crash" : settings->title;
+  for (char& c : name) {
+    if (platform::IsSeparator(c)) c = '_';
+  }
+  const std::string folder =
+      program.empty() ? platform::TemporaryFolder() : program.substr(0, nameAt);
+  settings->path = platform::NativePath((folder + name + ".dmp").c_str());
+  return settings;
+}
+
+/// What is told of an exception that nobody caught, ours included.
+void TellUncaught(SafeText& out) {
+  try {
+    throw;
+  } catch (const Exception& thrown) {
+    out.PutPrintable(thrown.GetDescription().String());
+  } catch (const std::exception& thrown) {
+    const char* const text = thrown.what();
+    out.PutPrintable(text ? text : "");
+  } catch (...) {
+    out.Put("an object that tells nothing");
+  }
+}
+
+void LogException(const CrashFacts& facts) noexcept {
+  CrashLog log;
+  log.Begin(detail::kExceptionTitle);
+  const auto alert = [](std::string_view line, void* to) {
+    static_cast<const CrashLog*>(to)->Alert(line);
+  };
+  detail::TellException(facts.record, alert, &log);
+  SafeText line(theText);
+  detail::TellSignal(facts, line);
+  log.Alert(line.View());
+  if (facts.uncaught) {
+    log.Alert(SafeText(theText).Put("Uncaught exception = ").Put(facts.uncaught).View());
+  }
+  log.End();
+}
+
+/// A text ends in a terminator behind what is shown.
+const char* Terminated(const SafeText& text) noexcept {
+  theText[text.View().size()] = '\0';
+  return theText;
+}
+
+void Beep() noexcept {
+  if (platform::IsTerminal(platform::kStandardError)) {
+    platform::WriteSafely(platform::kStandardError, "\a");
+  }
+}
+
+Answer AskAtTerminal(const char* title) noexcept {
+  Beep();
+  SafeText text(theText);
+  text.PutPrintable(title).Put(": ").Put(kQuestion).Put(" [Y/n] ");
+  return platform::AskAtTerminal(text.View(), kQuestionSeconds);
+}
+
+/// Whether the file is wanted; it is where nobody can say so.
+bool WantsFile(const char* title) noexcept {
+  bool isWanted = true;
+  if (const CrashQuestion question = theQuestion) {
+    RunReportStep(0, [&] { isWanted = question(title, kQuestion); });
+  } else {
+    RunReportStep(kQuestionSeconds + kStepSeconds,
+                  [&] { isWanted = AskAtTerminal(title) != Answer::kNo; });
+  }
+  return isWanted;
+}
+
+void ShowAlert(const char* title, const SafeText& text) noexcept {
+  RunReportStep(kStepSeconds, [&] { CrashLog().Line(text.View()); });
+  const char* const shown = Terminated(text);
+  RunReportStep(kStepSeconds, [&] {
+    if (const CrashAlert alert = theAlert) return alert(title, shown);
+    Beep();
+    platform::WriteSafely(platform::kStandardError, title);
+    platform::WriteSafely(platform::kStandardError, ": ");
+    platform::WriteSafely(platform::kStandardError, shown);
+    platform::WriteSafely(platform::kStandardError, "\n");
+  });
+}
+
+CrashEnd Report(const CrashFacts& facts) noexcept {
+  const Settings& settings = *theSettings.load();
+  const char* const title = settings.title.c_str();
+  RunReportStep(kStepSeconds, [&] { LogException(facts); });
+  if (!WantsFile(title)) return CrashEnd::kBySignal;
+
+  int file = -1;
+  int error = ETIMEDOUT;
+  RunReportStep(kStepSeconds, [&] {
+    file = platform::OpenPrivateFile(settings.path.c_str());
+    error = errno;
+  });
+  SafeText text(theText, sizeof(theText) - 1);
+  if (file < 0) {
+    text.Put("Failed to create dump file '").Put(settings.path).Put("' (error ").Decimal(error);
+    ShowAlert(title, text.Put(")"));
+    return CrashEnd::kBySignal;
+  }
+  error = detail::WriteCrashDump(file, title, facts);
+  if (!platform::CloseSafely(file) && error == 0) error = errno;
+  if (error != 0) {
+    text.Put("Failed to save dump file to '").Put(settings.path).Put("' (error ").Decimal(error);
+    ShowAlert(title, text.Put(")"));
+    return CrashEnd::kBySignal;
+  }
+  ShowAlert(title, text.Put("Saved dump file to '").Put(settings.path).Put("'"));
+  return CrashEnd::kByExit;
+}
+
+}  // namespace
+
+void SetCrashHandler(const GString& appName) {
+  std::unique_ptr<Settings> settings = MakeSettings(appName);
+  const std::lock_guard lock(theInstaller);
+  settings->before = theSettings;
+  theSettings = settings.release();
+  static thread_local const void* const stack = platform::GiveCrashStack();
+  static_cast<void>(stack);
+  platform::PrepareBacktrace();
+  platform::KeepUncaughtExceptions(&TellUncaught);
+  platform::InstallCrashSignals(&Report);
+}
+
+CrashQuestion SetCrashQuestion(CrashQuestion question) noexcept {
+  return theQuestion.exchange(question);
+}
+
+CrashAlert SetCrashAlert(CrashAlert alert) noexcept { return theAlert.exchange(alert); }
+
+CrashStack::CrashStack() noexcept : block_(platform::GiveCrashStack()) {}
+
+CrashStack::~CrashStack() { platform::TakeCrashStack(block_); }
+
+}  // namespace vlm

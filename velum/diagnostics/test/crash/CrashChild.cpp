@@ -1,0 +1,233 @@
+// A program that crashes in the way that its first argument names; the others are NAME=VALUE.
+//
+//   app=NAME       the name for SetCrashHandler; the program's own otherwise
+//   log=PATH       the file of g_Logger, with a line in it unless early=1
+//   question=A     yes, no, crash, abort: what the application's question does
+//   alert=A        tell, hang: what the application's alert does
+//   mask=N         the types that the log takes
+//   drop=1         loses the right to write everywhere
+//   linked=1       its dump would be a link to another file
+//   room=N         how many bytes a file may have
+
+#include <velum/core/Exception.h>
+#include <velum/diagnostics/CrashHandler.h>
+#include <velum/diagnostics/Logger.h>
+
+#include <fcntl.h>
+#include <fenv.h>
+#include <pthread.h>
+#include <signal.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+volatile int theZero = 0;
+int* volatile theNull = nullptr;
+void (*volatile theNoFunction)() = nullptr;
+
+[[gnu::noinline]] int WriteNull() {
+  *theNull = 1;
+  return theZero;
+}
+
+[[gnu::noinline]] int Recurse(int depth) {
+  volatile char room[256];
+  room[0] = static_cast<char>(depth);
+  const int deeper = theZero == 0 ? Recurse(depth + 1) : 0;
+  return deeper + room[0];
+}
+
+struct CrashingText : std::exception {
+  const char* what() const noexcept override { return WriteNull() ? "" : "never"; }
+};
+
+void Throw() { throw std::out_of_range("no row 12"); }
+void (*volatile theThrower)() = &Throw;
+void ThrowThroughNoexcept() noexcept { theThrower(); }
+
+/// Reads a page of a file that has none.
+void ReadBeyondFile() {
+  char name[] = "crash-child-XXXXXX";
+  const int file = ::mkstemp(name);
+  ::unlink(name);
+  if (::ftruncate(file, 1) != 0) std::_Exit(3);
+  auto* const page =
+      static_cast<volatile char*>(::mmap(nullptr, 4096, PROT_READ, MAP_SHARED, file, 0));
+  if (::ftruncate(file, 0) != 0) std::_Exit(3);
+  theZero = page[0];
+}
+
+/// Runs the end of a thread, with a stack of its own for the handler.
+void InThread(void (*end)(), bool hasStack = true) {
+  std::thread([=] {
+    ::pthread_setname_np(::pthread_self(), "a worker");
+    if (hasStack) {
+      const vlm::CrashStack stack;
+      end();
+    } else {
+      end();
+    }
+  }).join();
+}
+
+/// Crashes while another thread is in the middle of a line, and stays there.
+void CrashWhileLogIsLocked() {
+  static std::atomic<bool> isInside{false};
+  vlm::g_Logger.SetOutputCallback(
+      [](int, const vlm::GString&, void*) {
+        isInside = true;
+        for (;;) ::pause();
+      },
+      nullptr);
+  std::thread([] { vlm::g_Logger.Send(vlm::LogAll, "never ends"); }).detach();
+  while (!isInside) std::this_thread::yield();
+  WriteNull();
+}
+
+void CrashInCallback() {
+  vlm::g_Logger.SetOutputCallback([](int, const vlm::GString&, void*) { WriteNull(); }, nullptr);
+  vlm::g_Logger.Send(vlm::LogAll, "crashes");
+}
+
+void CrashInManyThreads() {
+  constexpr int kThreads = 8;
+  static std::atomic<int> ready{0};
+  std::vector<std::thread> threads;
+  for (int i = 0; i < kThreads; ++i) {
+    threads.emplace_back([] {
+      ++ready;
+      while (ready < kThreads) {
+      }
+      WriteNull();
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+}
+
+void LeaveThreadBehind() {
+  std::thread thread([] {
+    for (;;) ::pause();
+  });
+  // Its destructor terminates.
+}
+
+const std::map<std::string, void (*)()>& Ways() {
+  static const std::map<std::string, void (*)()> ways{
+      {"null-write", [] { WriteNull(); }},
+      {"null-read", [] { theZero = *theNull; }},
+      {"null-call",
+       [] {
+         theNoFunction();
+         theZero = 1;
+       }},
+      {"wild-read", [] { theZero = *reinterpret_cast<volatile int*>(0x4141414141414141); }},
+      {"stack-overflow", [] { theZero = Recurse(0); }},
+      {"thread-stack-overflow", [] { InThread([] { theZero = Recurse(0); }); }},
+      {"bare-thread-stack-overflow", [] { InThread([] { theZero = Recurse(0); }, false); }},
+      {"thread-null-write", [] { InThread([] { WriteNull(); }, false); }},
+      {"abort", [] { std::abort(); }},
+      {"throw", [] { throw std::runtime_error("no wells\nat all"); }},
+      {"throw-velum", [] { vlm::ThrowErrorImpl("Child", 1, vlm::ERR_FIND, "Colors.ini"); }},
+      {"throw-number", [] { throw 7; }},
+      {"throw-crashing-text", [] { throw CrashingText(); }},
+      {"throw-through-noexcept", [] { ThrowThroughNoexcept(); }},
+      {"terminate", [] { LeaveThreadBehind(); }},
+      {"divide", [] { theZero = 1000 / theZero; }},
+      {"float-divide",
+       [] {
+         ::feenableexcept(FE_DIVBYZERO);
+         volatile double zero = 0;
+         zero = 1 / zero;
+       }},
+      {"bus", [] { ReadBeyondFile(); }},
+      {"illegal", [] { __asm__ volatile("ud2"); }},
+      {"breakpoint", [] { __asm__ volatile("int3"); }},
+      {"kill",
+       [] {
+         if (::fork() == 0) ::_exit(::kill(::getppid(), SIGSEGV));
+         ::pause();
+       }},
+      {"double-free",
+       [] {
+         void* volatile block = std::malloc(2000);
+         void* const same = block;
+         std::free(block);
+         std::free(same);
+       }},
+      {"log-is-locked", [] { CrashWhileLogIsLocked(); }},
+      {"log-callback", [] { CrashInCallback(); }},
+      {"many-threads", [] { CrashInManyThreads(); }},
+  };
+  return ways;
+}
+
+bool AnswerYes(const char*, const char*) { return true; }
+bool AnswerNo(const char*, const char*) { return false; }
+bool AnswerCrash(const char*, const char*) { return WriteNull() != 0; }
+bool AnswerAbort(const char*, const char*) { std::abort(); }
+
+void TellAlert(const char* title, const char* text) {
+  std::string shown = "[";
+  shown = shown + title + "] " + text + "\n";
+  if (::write(2, shown.data(), shown.size()) < 0) std::_Exit(3);
+}
+void HangAlert(const char*, const char*) {
+  for (;;) ::pause();
+}
+
+using Options = std::map<std::string, std::string>;
+
+void SetUp(Options options) {
+  const rlimit noCore{0, 0};
+  ::setrlimit(RLIMIT_CORE, &noCore);
+  const std::map<std::string, vlm::CrashQuestion> questions{
+      {"yes", AnswerYes}, {"no", AnswerNo}, {"crash", AnswerCrash}, {"abort", AnswerAbort}};
+  if (options.count("question")) vlm::SetCrashQuestion(questions.at(options["question"]));
+  if (options.count("alert")) {
+    vlm::SetCrashAlert(options["alert"] == "hang" ? HangAlert : TellAlert);
+  }
+  if (!options["log"].empty()) {
+    vlm::g_Logger.SetOutputFile(options["log"], options["append"] == "1");
+    vlm::g_Logger.Enable(true);
+    if (options["early"] != "1") vlm::g_Logger.Send(vlm::LogInformation, "Loaded 12 wells");
+  }
+  if (options.count("mask")) vlm::g_Logger.SetType(std::stoi(options["mask"]));
+  vlm::SetCrashHandler(options["app"]);
+  if (options.count("drop") && ::geteuid() == 0 && ::seteuid(65534) != 0) std::_Exit(3);
+  if (options.count("linked")) {
+    const std::string& log = options["log"];
+    const std::string dump = log.substr(0, log.rfind('/') + 1) + "Child.dmp";
+    if (::symlink((log + ".victim").c_str(), dump.c_str()) != 0) std::_Exit(3);
+  }
+  if (options.count("room")) {
+    const rlimit room{std::stoul(options["room"]), RLIM_INFINITY};
+    ::setrlimit(RLIMIT_FSIZE, &room);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Options options;
+  for (int i = 2; i < argc; ++i) {
+    const std::string option = argv[i];
+    const std::size_t end = option.find('=');
+    if (end != option.npos) options[option.substr(0, end)] = option.substr(end + 1);
+  }
+  SetUp(options);
+  const auto way = Ways().find(argc > 1 ? argv[1] : "");
+  if (way == Ways().end()) return 2;
+  way->second();
+  return 0;
+}
