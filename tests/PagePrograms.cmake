@@ -1,11 +1,12 @@
-# velum_page_programs(PAGE [DATA] [MAKES n:file ...])
+# velum_page_programs(PAGE [DATA] [MAKES n:file ...] [ENDS n:status ...])
 #
 # Builds and runs every program of a page: each block that begins with ```cpp is one, from its first line to its last. What it
 # prints must be the next block that begins with ```text, if one stands before the next program, or else nothing. MAKES names
-# the files that program n makes. With DATA the programs have the library's data beside them.
+# the files that program n makes, ENDS the exit status of one that does not end with 0 and says all on the error stream. With
+# DATA the programs have the library's data beside them.
 
 function(velum_page_programs page)
-  cmake_parse_arguments(arg "DATA" "" "MAKES" ${ARGN})
+  cmake_parse_arguments(arg "DATA" "" "MAKES;ENDS" ${ARGN})
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${page}")
   file(READ "${PROJECT_SOURCE_DIR}/${page}" rest)
   cmake_path(GET page STEM stem)
@@ -22,6 +23,12 @@ function(velum_page_programs page)
     set(makes "${arg_MAKES}")
     list(FILTER makes INCLUDE REGEX "^${number}:")
     list(TRANSFORM makes REPLACE "^[0-9]+:" "")
+    set(status "${arg_ENDS}")
+    list(FILTER status INCLUDE REGEX "^${number}:")
+    list(TRANSFORM status REPLACE "^[0-9]+:" "")
+    if(NOT status)
+      set(status 0)
+    endif()
     add_executable(${target} "${folder}.cpp")
     target_link_libraries(${target} PRIVATE velum_examples_common)
     velum_examples_program(${target})
@@ -29,7 +36,7 @@ function(velum_page_programs page)
       velum_deploy_data(${target})
     endif()
     add_test(NAME Page.${stem}.Program${number}DoesWhatThePageSays
-      COMMAND ${CMAKE_COMMAND} -D "PROGRAM=$<TARGET_FILE:${target}>" -D "ARGUMENTS=" -D STATUS=0 -D "OUTPUT=${folder}.out"
+      COMMAND ${CMAKE_COMMAND} -D "PROGRAM=$<TARGET_FILE:${target}>" -D "ARGUMENTS=" -D "STATUS=${status}" -D "OUTPUT=${folder}.out"
         -D "FOLDER=${folder}" -D "MAKES=${makes}" -P "${PROJECT_SOURCE_DIR}/examples/test/RunProgram.cmake")
     velum_next_block("```cpp\n" program)
   endwhile()
