@@ -20,8 +20,9 @@ constexpr unsigned kLongestPath = 262;
 /// The folder of the library's own data; empty if its path is too long.
 GString DataFolder() {
   static char inside;  // An address in the library.
-  const CPath folder(GetStartupPath(&inside, true) + VELUM_DATA_FROM_LIBRARY);
-  return CPath::AppendDirSeparator(folder.GetFullPath(), true);
+  const GString library = GetStartupPath(&inside, true);
+  if (library.empty()) return {};
+  return CPath::AppendDirSeparator(CPath(library + VELUM_DATA_FROM_LIBRARY).GetFullPath(), true);
 }
 
 /// Calls `look` with each folder of the list that the environment variable PATH holds, until it is
@@ -33,9 +34,9 @@ bool AnyOfPath(Look look) {
     const std::string_view entry = rest.substr(0, rest.find(':'));
     rest.remove_prefix(std::min(entry.size() + 1, rest.size()));
     if (entry.empty()) continue;  // Means the current folder, where the search has been.
-    GString folder = platform::PathFromNative(std::string(entry));
-    if (folder[0] != '\\') folder = GetCWD(true) + folder;
-    if (look(CPath::AppendDirSeparator(folder, true))) return true;
+    const GString folder = platform::PathFromNative(std::string(entry));
+    const GString full = folder[0] == '\\' ? folder : CPath(folder).GetFullPath();
+    if (look(CPath::AppendDirSeparator(full, true))) return true;
   }
   return false;
 }

@@ -79,9 +79,10 @@ bool CModQuery::AddDiskModules() {
 }
 
 bool CModQuery::InList(const GString& path) const {
-  const GString folded = detail::FoldAscii(path);
+  const auto isSame = [](char a, char b) { return detail::FoldAscii(a) == detail::FoldAscii(b); };
   return std::any_of(modules_.rbegin(), modules_.rend(), [&](const CModuleInfo& module) {
-    return detail::FoldAscii(module.GetPath()) == folded;
+    const GString& listed = module.GetPath();
+    return std::equal(listed.begin(), listed.end(), path.begin(), path.end(), isSame);
   });
 }
 

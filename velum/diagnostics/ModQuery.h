@@ -29,9 +29,8 @@ class VELUM_API CModQuery {
   /// that it goes by (SONAME), "1.74.0" of "libboost_system.so.1.74.0". Where that is a single
   /// number or missing, the greatest number of the version symbols that the file defines takes its
   /// place, unless it is a single and smaller one: "2.36" for the C library, whose newest symbols
-  /// are of GLIBC_2.36. The description is the
-  /// SONAME. A file of another kind or of another machine, and one that is cut or damaged, has
-  /// neither.
+  /// are of GLIBC_2.36. The description is the SONAME. A file of another kind or of another
+  /// machine, and one that is cut or damaged, has neither.
   class VELUM_API CModuleInfo {
    public:
     /// Nothing that is known.
@@ -97,10 +96,10 @@ class VELUM_API CModQuery {
   CModQuery(const CModQuery& other);
   ~CModQuery();
 
-  [[nodiscard]] const_iterator begin() const noexcept { return modules_.begin(); }  ///< First one.
-  [[nodiscard]] const_iterator end() const noexcept {
-    return modules_.end();
-  }  ///< Behind the last.
+  /// The first module.
+  [[nodiscard]] const_iterator begin() const noexcept { return modules_.begin(); }
+  /// The end of a walk.
+  [[nodiscard]] const_iterator end() const noexcept { return modules_.end(); }
   /// The last module, for a walk backwards.
   [[nodiscard]] const_reverse_iterator rbegin() const noexcept { return modules_.rbegin(); }
   /// The end of a walk backwards.

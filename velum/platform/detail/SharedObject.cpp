@@ -8,6 +8,8 @@
 #include <link.h>
 #include <sys/stat.h>
 
+#include <cstdint>
+#include <memory>
 #include <string_view>
 
 namespace vlm::platform {
@@ -21,6 +23,10 @@ std::string LoaderName(const char* path) {
   return text.find_first_of("\\/") == std::string_view::npos && !HasDrive(text) ? std::string(text)
                                                                                 : NativePath(path);
 }
+
+struct Close {
+  void operator()(void* library) const noexcept { CloseSharedObject(library); }
+};
 
 /// True for a file that lacks what the loader would map.
 bool IsCut(const std::string& native) {
@@ -46,18 +52,9 @@ void* FindSymbol(void* library, const char* name) noexcept { return ::dlsym(libr
 std::string SharedObjectFile(const char* path) {
   const std::string name = LoaderName(path);
   if (name.empty() || name.find('/') != std::string::npos) return name;
-  void* const loaded = ::dlopen(name.c_str(), RTLD_LAZY | RTLD_NOLOAD);
-  if (!loaded) return {};
+  const std::unique_ptr<void, Close> loaded(::dlopen(name.c_str(), RTLD_LAZY | RTLD_NOLOAD));
   link_map* map = nullptr;
-  std::string file;
-  try {
-    if (::dlinfo(loaded, RTLD_DI_LINKMAP, &map) == 0) file = map->l_name;
-  } catch (...) {
-    ::dlclose(loaded);
-    throw;
-  }
-  ::dlclose(loaded);
-  return file;
+  return loaded && ::dlinfo(loaded.get(), RTLD_DI_LINKMAP, &map) == 0 ? map->l_name : std::string();
 }
 
 }  // namespace vlm::platform
