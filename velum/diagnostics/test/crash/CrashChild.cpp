@@ -15,6 +15,7 @@
 
 #include <fcntl.h>
 #include <fenv.h>
+#include <malloc.h>
 #include <pthread.h>
 #include <signal.h>
 #include <sys/mman.h>
@@ -24,6 +25,7 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -115,6 +117,19 @@ void CrashInManyThreads() {
   for (std::thread& thread : threads) thread.join();
 }
 
+/// Has the C library find its heap damaged while it holds the lock of it, which it takes only where
+/// there are threads.
+void OverrunHeap() {
+  constexpr std::size_t kLarge = 20'000;
+  std::thread([] {
+    for (;;) ::pause();
+  }).detach();
+  auto* volatile block = static_cast<char*>(std::malloc(kLarge));
+  const std::size_t usable = ::malloc_usable_size(block);
+  for (std::size_t i = 0; i < 16; ++i) block[usable + i] = '\xFF';
+  theZero = std::malloc(2 * kLarge) != nullptr;
+}
+
 void LeaveThreadBehind() {
   std::thread thread([] {
     for (;;) ::pause();
@@ -158,13 +173,7 @@ const std::map<std::string, void (*)()>& Ways() {
          if (::fork() == 0) ::_exit(::kill(::getppid(), SIGSEGV));
          ::pause();
        }},
-      {"double-free",
-       [] {
-         void* volatile block = std::malloc(2000);
-         void* const same = block;
-         std::free(block);
-         std::free(same);
-       }},
+      {"heap-overrun", [] { OverrunHeap(); }},
       {"log-is-locked", [] { CrashWhileLogIsLocked(); }},
       {"log-callback", [] { CrashInCallback(); }},
       {"many-threads", [] { CrashInManyThreads(); }},
@@ -178,9 +187,9 @@ bool AnswerCrash(const char*, const char*) { return WriteNull() != 0; }
 bool AnswerAbort(const char*, const char*) { std::abort(); }
 
 void TellAlert(const char* title, const char* text) {
-  std::string shown = "[";
-  shown = shown + title + "] " + text + "\n";
-  if (::write(2, shown.data(), shown.size()) < 0) std::_Exit(3);
+  for (const char* part : {"[", title, "] ", text, "\n"}) {
+    if (::write(2, part, std::strlen(part)) < 0) std::_Exit(3);
+  }
 }
 void HangAlert(const char*, const char*) {
   for (;;) ::pause();
