@@ -1,5 +1,6 @@
 #include <velum/diagnostics/DllCache.h>
 #include <velum/diagnostics/LocateFile.h>
+#include <velum/diagnostics/Logger.h>
 #include <velum/diagnostics/ModQuery.h>
 #include <velum/diagnostics/Timer.h>
 
@@ -84,6 +85,13 @@ std::int64_t SizeOfModules() {
   Row("Modules/stat/memory", [] { return SizeOfModules(); });
   Row("Modules/velum/all", [] { return vlm::CModQuery().size(); });
   Row("Locate/velum/nowhere", [] { return vlm::LocateFile("velum that is nowhere").empty(); });
+
+  static vlm::CLogger log;
+  Row("ConfigReport/velum/all", [] {
+    log.EmptyBuffer();
+    log.LogAllConfigInfo();
+    return log.GetBuffer().size();
+  });
   return true;
 }();
 

@@ -94,7 +94,8 @@ TEST_F(DynLib, CopiesTakeTheNameAlone) {
   CDynLib second(first);
   EXPECT_FALSE(second.IsLoaded());
   EXPECT_NE(second.GetSymbol("velumTestCount"), nullptr);
-  first = first;
+  const CDynLib& same = first;
+  first = same;
   EXPECT_TRUE(first.IsLoaded());
   first = CDynLib();
   EXPECT_FALSE(first.IsLoaded());

@@ -1,14 +1,16 @@
 #include <velum/diagnostics/MachineInfo.h>
 
+#include <velum/diagnostics/SystemInfo.h>
+
 #include <gtest/gtest.h>
 #include <sys/sysinfo.h>
 
+#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
+#include <utility>
 
 namespace vlm {
 namespace {
@@ -33,6 +35,7 @@ TEST(MachineInfo, NamesTheSystemAsAShellReadsItsReleaseFile) {
   EXPECT_EQ(GetOSNameAndVersion(), expected + ", Version " + std::to_string(numbers[0]) + "." +
                                        std::to_string(numbers[1]) + ", build " +
                                        std::to_string(numbers[2]));
+  EXPECT_EQ(CSystemInfo::GetInstance().OSVersion(), std::pair(numbers[0], numbers[1]));
 }
 
 TEST(MachineInfo, FreeMemoryIsWhatProgramsCanGet) {

@@ -18,6 +18,9 @@
 #include <utility>
 #include <vector>
 
+/// The C library loses the list of folders that it makes of LOCPATH for each locale it loads.
+extern "C" const char* __lsan_default_suppressions() { return "leak:argz_add_sep\n"; }
+
 namespace vlm {
 namespace {
 
@@ -127,7 +130,7 @@ TEST_F(SystemInfo, TheDecimalCharacterIsThatOfTheUsersLocale) {
   if (!german) GTEST_SKIP() << "needs the locale de_DE.UTF-8; ctest says where it is";
   freelocale(german);
   const std::pair<const char*, char> rows[] = {
-      {"de_DE.UTF-8", ','}, {"C", '.'}, {"xx_XX.not-installed", '.'}};
+      {"de_DE.UTF-8", ','}, {"C", '.'}, {"POSIX", '.'}, {"xx_XX.not-installed", '.'}};
   for (const auto& [name, point] : rows) {
     setenv("LC_ALL", name, 1);
     settings.ResetToDefaults();
@@ -142,12 +145,6 @@ TEST_F(SystemInfo, CodePagesHaveSixteenBits) {
   EXPECT_EQ(settings.AppTranslationCodePage(), 0xFFFFu);
   settings.AppTranslationCodePage(0x10000);
   EXPECT_EQ(settings.AppTranslationCodePage(), 0u);
-}
-
-TEST_F(SystemInfo, TheVersionIsTheKernels) {
-  const auto [major, minor] = settings.OSVersion();
-  EXPECT_GE(major, 3u);
-  EXPECT_LT(minor, 1000u);
 }
 
 }  // namespace

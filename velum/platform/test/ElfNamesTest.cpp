@@ -5,9 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
-#include <random>
 #include <string>
-#include <vector>
 
 namespace vlm::platform {
 namespace {
@@ -138,25 +136,12 @@ TEST(ElfNames, WhatDoesNotFitIsLeftOut) {
   }
 }
 
-TEST(ElfNames, CutAndDamagedFilesAreReadInBounds) {
+TEST(ElfNames, CutFilesAreReadInBounds) {
   const std::string whole = Library().Text();
   for (std::size_t length = 0; length < whole.size(); ++length) {
     const std::string found = Read(whole.substr(0, length));
     EXPECT_TRUE(found == "no" || found.front() == ' ' || found.rfind("libx.so.6", 0) == 0)
         << length;
-  }
-  const unsigned seed = std::random_device()();
-  SCOPED_TRACE(seed);
-  std::mt19937 random(seed);
-  for (int i = 0; i < 20000; ++i) {
-    std::string bytes = whole;
-    for (int changes = 1 + static_cast<int>(random() % 4); changes > 0; --changes) {
-      bytes[random() % bytes.size()] = static_cast<char>(random() % 3 ? random() : 0xFF);
-    }
-    ElfNames names;
-    (void)ReadElfNames(Bytes(bytes), names);
-    ASSERT_LE(names.soname.size(), 255u);
-    ASSERT_EQ(names.newestVersion.find_first_not_of("0123456789."), std::string::npos);
   }
 }
 
