@@ -30,6 +30,7 @@ constexpr std::size_t kOuterFrames = 28;
 // What is too large for the stack of a handler.
 constinit LoadedCode theCode;
 constinit std::array<char, kRecentLogBytes> theLines{};
+constinit char theText[4096] = {};
 
 /// A text file, written when its buffer is full. Keeps the first error.
 class DumpFile {
@@ -81,8 +82,7 @@ void WriteException(DumpFile& out, const CrashFacts& facts) noexcept {
         static_cast<DumpFile*>(file)->Put("\n");
       },
       &out);
-  char room[4096];
-  SafeText text(room, sizeof(room) - 1);
+  SafeText text(theText);
   TellSignal(facts, text);
   if (facts.record.NumberParameters == 2) {
     text.Put(", memory at ").Pointer(facts.record.ExceptionInformation[1]);

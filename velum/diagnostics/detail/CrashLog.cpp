@@ -22,6 +22,8 @@ struct Place {
 constinit std::array<Place, 2> thePlaces{};
 constinit std::atomic<const Place*> thePlace{nullptr};
 constinit std::mutex theWriter;
+/// A line on its way, too large for the stack of a handler.
+constinit char theLine[8 * 1024] = {};
 
 }  // namespace
 
@@ -69,11 +71,10 @@ void CrashLog::Alert(std::string_view line) const noexcept {
 
 void CrashLog::Line(std::string_view line) const noexcept {
   if (file_ < 0) return;
-  char room[8 * 1024];
-  platform::SafeText text(room, sizeof(room) - 1);
+  platform::SafeText text(theLine, sizeof(theLine) - 1);
   text.PutPrintable(line);
-  room[text.View().size()] = '\n';
-  platform::WriteSafely(file_, {room, text.View().size() + 1});
+  theLine[text.View().size()] = '\n';
+  platform::WriteSafely(file_, {theLine, text.View().size() + 1});
 }
 
 }  // namespace vlm::detail

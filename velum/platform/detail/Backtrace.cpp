@@ -24,10 +24,15 @@ std::uintptr_t CallerOf(std::uintptr_t stack, const LoadedCode& code) noexcept {
   return code.IsCode(caller) ? caller : 0;
 }
 
+/// Walks the stack from here.
+std::size_t WalkAll() noexcept {
+  return static_cast<std::size_t>(
+      std::max(0, ::backtrace(theRoom.data(), static_cast<int>(theRoom.size()))));
+}
+
 /// Walks the stack; what lies behind the instruction at `start` is moved to the front.
 std::size_t Walk(std::uintptr_t start) noexcept {
-  const auto count = static_cast<std::size_t>(
-      std::max(0, ::backtrace(theRoom.data(), static_cast<int>(theRoom.size()))));
+  const std::size_t count = WalkAll();
   const auto end = theRoom.begin() + static_cast<std::ptrdiff_t>(count);
   const auto found = std::find(theRoom.begin(), end, reinterpret_cast<void*>(start));
   // The first entries are those of the handler.
@@ -48,6 +53,8 @@ void PrepareBacktrace() noexcept {
 std::span<void* const> Backtrace(void* context, const LoadedCode& code) noexcept {
   const std::uintptr_t instruction = InstructionOf(context);
   const std::uintptr_t stack = StackPointerOf(context);
+  // Where the processor is not known, the trace begins with the handler.
+  if (stack == 0) return theRoom.first(WalkAll());
   const std::uintptr_t caller = code.IsCode(instruction) ? 0 : CallerOf(stack, code);
   std::size_t count = 0;
   if (caller == 0) {

@@ -23,6 +23,7 @@ void PrepareBacktrace() noexcept;
 /// - The stack or its descriptions are damaged: those that could be found, the instruction's at
 ///   least. It may crash then.
 /// - A call led to where no code is: the trace goes on with the caller.
+/// - A processor that CrashContext.h does not know: the addresses of the handler come first.
 ///
 /// *Lifetime*: of the next call. One thread calls it at a time.
 [[nodiscard]] std::span<void* const> Backtrace(void* context, const LoadedCode& code) noexcept;

@@ -5,7 +5,7 @@
 //   question=A     yes, no, crash, abort: what the application's question does
 //   alert=A        tell, hang: what the application's alert does
 //   mask=N         the types that the log takes
-//   drop=1         loses the right to write everywhere
+//   drop=1         may not write where it stands
 //   linked=1       its dump would be a link to another file
 //   room=N         how many bytes a file may have
 
@@ -20,6 +20,7 @@
 #include <signal.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -213,7 +214,13 @@ void SetUp(Options options) {
   }
   if (options.count("mask")) vlm::g_Logger.SetType(std::stoi(options["mask"]));
   vlm::SetCrashHandler(options["app"]);
-  if (options.count("drop") && ::geteuid() == 0 && ::seteuid(65534) != 0) std::_Exit(3);
+  if (options.count("drop")) {
+    const std::string& log = options["log"];
+    const std::string folder = log.substr(0, log.rfind('/'));
+    const int failed =
+        ::geteuid() == 0 ? ::seteuid(65534) : ::chmod(folder.c_str(), S_IRUSR | S_IXUSR);
+    if (failed) std::_Exit(3);
+  }
   if (options.count("linked")) {
     const std::string& log = options["log"];
     const std::string dump = log.substr(0, log.rfind('/') + 1) + "Child.dmp";

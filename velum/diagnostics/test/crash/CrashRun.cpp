@@ -79,6 +79,7 @@ CrashRun::CrashRun(const std::string& way, const std::vector<std::string>& optio
   }
   ::waitpid(static_cast<pid_t>(process_), &status_, 0);
   ::close(output);
+  fs::permissions(folder_.Path(), fs::perms::owner_all, fs::perm_options::add);
   time_ = std::chrono::steady_clock::now() - start;
 }
 
