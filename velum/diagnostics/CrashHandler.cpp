@@ -105,9 +105,8 @@ void Beep() noexcept {
 }
 
 Answer AskAtTerminal(const char* title) noexcept {
-  Beep();
   SafeText text(theText);
-  text.PutPrintable(title).Put(": ").Put(kQuestion).Put(" [Y/n] ");
+  text.Put("\a").PutPrintable(title).Put(": ").Put(kQuestion).Put(" [Y/n] ");
   return platform::AskAtTerminal(text.View(), kQuestionSeconds);
 }
 
