@@ -1,14 +1,20 @@
 #include <velum/diagnostics/ModQuery.h>
 
+#include <velum/diagnostics/DynLib.h>
 #include <velum/diagnostics/test/TestLibraries.h>
 
+#include <testing/TemporaryFolder.h>
+
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <set>
@@ -19,6 +25,7 @@ namespace vlm {
 namespace {
 
 using testing::Native;
+using testing::TemporaryFolder;
 using testing::TestLibrary;
 
 /// The entry of a path; null if there is none. It must not be there twice.
@@ -31,6 +38,18 @@ const CModQuery::CModuleInfo* Find(const CModQuery& modules, const GString& path
   }
   return found;
 }
+
+/// A native path as the library writes it.
+GString Library(std::string native) {
+  std::replace(native.begin(), native.end(), '/', '\\');
+  return native;
+}
+
+/// Leads back to the current folder.
+struct CurrentFolder {
+  ~CurrentFolder() { std::filesystem::current_path(start); }
+  const std::filesystem::path start = std::filesystem::current_path();
+};
 
 /// A file, folder or link beside the program, as long as the object lives.
 struct Beside {
@@ -62,6 +81,53 @@ TEST(ModQuery, ModulesInMemoryAreThoseWhoseCodeTheKernelHasMapped) {
     EXPECT_TRUE(listed.insert(Native(module.GetPath())).second) << module.GetPath();
   }
   EXPECT_EQ(listed, mapped);
+}
+
+TEST(ModQuery, AModuleKeepsItsPathWhateverBecomesOfFolderAndFile) {
+  const TemporaryFolder before;
+  const TemporaryFolder after;
+  const CurrentFolder current;
+  for (const char* const name : {"ours.so", "theirs.so"}) {
+    std::filesystem::copy_file(Native(TestLibrary("named")), before.Path(name));
+    std::ofstream(after.Path(name)) << "another file";
+  }
+  std::filesystem::current_path(before.Path());
+  CDynLib ours;
+  EXPECT_TRUE(ours.Load(".\\ours.so"));
+  void* const theirs = dlopen("./theirs.so", RTLD_NOW);
+  ASSERT_TRUE(theirs);
+  std::filesystem::current_path(after.Path());
+  EXPECT_EQ(Native(GetModuleFilename(ours.GetModule())), before.Path("ours.so"));
+  EXPECT_EQ(Native(GetModuleFilename(theirs)), before.Path("theirs.so"));
+  for (const char* const version : {"3.14.1", "n/a"}) {
+    const CModQuery modules(1);
+    for (const char* const name : {"ours.so", "theirs.so"}) {
+      const auto* const module = Find(modules, Library(before.Path(name)));
+      ASSERT_TRUE(module) << name << ' ' << version;
+      EXPECT_EQ(module->GetVersion(), version) << name;
+      unlink(before.Path(name).c_str());
+    }
+  }
+  dlclose(theirs);
+}
+
+TEST(ModQuery, TheProgramIsListedWhenItsFileIsGone) {
+  const GString program = GetModuleFilename(nullptr);
+  if (GetStartupFilename(nullptr, true) != "velum_gone") {
+    const TemporaryFolder folder;
+    const std::string copy = folder.Path("velum_gone");
+    std::filesystem::copy_file(Native(program), copy);
+    const std::string command = "'" + copy + "' --gtest_filter=ModQuery.TheProgram*";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    return;
+  }
+  ASSERT_EQ(unlink(Native(program).c_str()), 0);
+  EXPECT_EQ(GetModuleFilename(nullptr), program);
+  CModQuery modules(1);
+  ASSERT_FALSE(modules.empty());
+  EXPECT_EQ(modules[0].GetPath(), program);
+  EXPECT_EQ(modules[0].GetTimeStampStr(), "n/a");
+  EXPECT_TRUE(modules.AddDiskModules());
 }
 
 TEST(ModQuery, LibrariesBesideTheProgramSayWhatTheyAre) {

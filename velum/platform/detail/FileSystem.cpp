@@ -1,5 +1,6 @@
 #include <velum/platform/detail/FileSystem.h>
 
+#include <velum/platform/detail/Modules.h>
 #include <velum/platform/detail/NativePath.h>
 
 #include <dlfcn.h>
@@ -17,12 +18,6 @@ namespace vlm::platform {
 namespace {
 
 constexpr int kFileExists = 80;
-
-/// Absolute and without links; empty if nothing is there.
-std::string RealPath(const char* native) {
-  const std::unique_ptr<char, decltype(&::free)> real(::realpath(native, nullptr), &::free);
-  return real ? PathFromNative(real.get()) : std::string();
-}
 
 /// The loader's record of a module that `module` is the handle of.
 const link_map* MapOfHandle(const void* module) {
@@ -102,15 +97,13 @@ std::string CurrentFolder() {
 }
 
 std::string ModulePath(const void* module) {
-  constexpr char kProgram[] = "/proc/self/exe";
-  if (!module) return RealPath(kProgram);
+  if (!module) return PathFromNative(PathOfModule("", nullptr));
   Dl_info info;
   void* found = nullptr;
   const link_map* map = ::dladdr1(module, &info, &found, RTLD_DL_LINKMAP)
                             ? static_cast<const link_map*>(found)
                             : MapOfHandle(module);
-  if (!map) return {};
-  return RealPath(map->l_name && *map->l_name ? map->l_name : kProgram);
+  return map ? PathFromNative(PathOfModule(map->l_name, map->l_ld)) : std::string();
 }
 
 }  // namespace vlm::platform

@@ -2,23 +2,30 @@
 
 #include <velum/platform/detail/ElfNames.h>
 #include <velum/platform/detail/InputFile.h>
+#include <velum/platform/detail/LoadedCode.h>
 
 #include <link.h>
 #include <stdlib.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <climits>
+#include <cstdint>
 #include <ctime>
 #include <exception>
 #include <memory>
+#include <string_view>
+#include <utility>
 
 namespace vlm::platform {
 
 namespace {
 
-/// The loader's names of its modules; the first, of the program, is empty.
+/// The loader's names of its modules, each with an address in the module; the first name, of the
+/// program, is empty.
 struct ModuleNames {
   std::size_t limit;
-  std::vector<std::string> names;
+  std::vector<std::pair<std::string, const void*>> names;
   std::exception_ptr thrown;
 };
 
@@ -27,13 +34,54 @@ int AddName(dl_phdr_info* module, std::size_t, void* data) {
   // Nothing may be thrown through the loader.
   try {
     if (list.names.size() == list.limit) return 1;
-    list.names.emplace_back(module->dlpi_name ? module->dlpi_name : "");
+    list.names.emplace_back(module->dlpi_name ? module->dlpi_name : "", module->dlpi_phdr);
     return 0;
   } catch (...) {
     list.thrown = std::current_exception();
     return 1;
   }
 }
+
+/// A path that the kernel gives for an open file, without links and without what it adds when the
+/// file is removed.
+std::string PathFromKernel(std::string_view path) {
+  constexpr std::string_view kRemoved = " (deleted)";
+  std::string real = RealPath(std::string(path));
+  if (!real.empty()) return real;
+  if (path.ends_with(kRemoved)) path.remove_suffix(kRemoved.size());
+  return std::string(path);
+}
+
+std::string ProgramPath() {
+  char path[PATH_MAX];
+  const ssize_t length = ::readlink("/proc/self/exe", path, sizeof(path));
+  return length > 0 ? PathFromKernel({path, static_cast<std::size_t>(length)}) : std::string();
+}
+
+/// The files of modules. The kernel's list is read once, and only for a name that needs it.
+class ModuleFiles {
+ public:
+  std::string PathOf(const std::string& name, const void* address) {
+    if (name.empty()) return ProgramPath();
+    // Only what the kernel itself provides has a name without a folder.
+    if (name.find('/') == std::string::npos) return {};
+    std::string real = name.front() == '/' ? RealPath(name) : std::string();
+    if (!real.empty()) return real;
+    const CodeModule* const code = List().Find(reinterpret_cast<std::uintptr_t>(address));
+    return code && code->isFile ? PathFromKernel(code->path) : name;
+  }
+
+ private:
+  const LoadedCode& List() {
+    if (!code_) {
+      code_ = std::make_unique<LoadedCode>();
+      code_->Read();
+    }
+    return *code_;
+  }
+
+  std::unique_ptr<LoadedCode> code_;
+};
 
 bool ToLocalTime(const timespec& time, SYSTEMTIME& local) {
   constexpr int kFirstYear = 1601;
@@ -55,15 +103,18 @@ std::string RealPath(const std::string& native) {
   return real ? real.get() : std::string();
 }
 
+std::string PathOfModule(const char* name, const void* address) {
+  return ModuleFiles().PathOf(name ? name : "", address);
+}
+
 std::vector<std::string> LoadedModules(std::size_t limit) {
   ModuleNames list{limit, {}, nullptr};
   ::dl_iterate_phdr(&AddName, &list);
   if (list.thrown) std::rethrow_exception(list.thrown);
   std::vector<std::string> paths;
-  for (const std::string& name : list.names) {
-    // Only what the kernel itself provides has a name without a folder.
-    if (!name.empty() && name.find('/') == std::string::npos) continue;
-    std::string path = RealPath(name.empty() ? "/proc/self/exe" : name);
+  ModuleFiles files;
+  for (const auto& [name, address] : list.names) {
+    std::string path = files.PathOf(name, address);
     if (!path.empty()) paths.push_back(std::move(path));
   }
   return paths;

@@ -6,7 +6,9 @@
 
 #include <dlfcn.h>
 #include <link.h>
+#include <stdlib.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <memory>
@@ -24,6 +26,13 @@ std::string LoaderName(const char* path) {
                                                                                 : NativePath(path);
 }
 
+/// A path that holds whatever becomes the current folder, since the loader keeps what it is given.
+std::string Absolute(const std::string& path) {
+  if (path.front() == '/') return path;
+  const std::unique_ptr<char, decltype(&::free)> folder(::getcwd(nullptr, 0), &::free);
+  return folder ? std::string(folder.get()) + '/' + path : path;
+}
+
 struct Close {
   void operator()(void* library) const noexcept { CloseSharedObject(library); }
 };
@@ -39,10 +48,12 @@ bool IsCut(const std::string& native) {
 }  // namespace
 
 void* OpenSharedObject(const char* path) {
-  const std::string name = LoaderName(path);
-  const bool isPath = name.find('/') != std::string::npos;
-  if (name.empty() || (isPath && IsCut(name))) return nullptr;
-  return ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
+  std::string name = LoaderName(path);
+  if (name.find('/') != std::string::npos) {
+    name = Absolute(name);
+    if (IsCut(name)) return nullptr;
+  }
+  return name.empty() ? nullptr : ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 
 void CloseSharedObject(void* library) noexcept { ::dlclose(library); }
