@@ -12,16 +12,11 @@
 #include <limits>
 #include <string>
 #include <system_error>
+#include <unordered_set>
 
 namespace vlm {
 
 namespace {
-
-/// True for the name of a library: ".so" ends it or has a point behind it.
-bool IsLibraryName(const GString& name) {
-  const std::string folded = detail::FoldAscii(name);
-  return folded.ends_with(".so") || folded.find(".so.") != std::string::npos;
-}
 
 GString TimeText(const SYSTEMTIME& time) {
   GString text;
@@ -67,23 +62,21 @@ bool CModQuery::AddMemoryModules() {
 bool CModQuery::AddDiskModules() {
   const GString program = GetModuleFilename(nullptr);
   if (program.empty()) return false;
-  if (!InList(program)) AddEntry(program, false);
+  // A folder may hold thousands of libraries, so that no path is compared with all of them.
+  std::unordered_set<std::string> listed;
+  for (const CModuleInfo& module : modules_) listed.insert(detail::FoldAscii(module.GetPath()));
+  const auto add = [&](const GString& path) {
+    if (listed.insert(detail::FoldAscii(path)).second) AddEntry(path, false);
+  };
+  add(program);
   CFileFind find(GetStartupPath(nullptr, true) + "*.so*");
   while (find.FindNextFileA()) {
-    if (find.IsDirectory() || !IsLibraryName(find.GetFileName())) continue;
+    if (find.IsDirectory()) continue;
     const GString path = platform::PathFromNative(
         platform::RealPath(platform::NativePath(find.GetFilePath(true).c_str())));
-    if (!path.empty() && !InList(path)) AddEntry(path, false);
+    if (!path.empty()) add(path);
   }
   return true;
-}
-
-bool CModQuery::InList(const GString& path) const {
-  const auto isSame = [](char a, char b) { return detail::FoldAscii(a) == detail::FoldAscii(b); };
-  return std::any_of(modules_.rbegin(), modules_.rend(), [&](const CModuleInfo& module) {
-    const GString& listed = module.GetPath();
-    return std::equal(listed.begin(), listed.end(), path.begin(), path.end(), isSame);
-  });
 }
 
 void CModQuery::AddEntry(const GString& path, bool loaded) {

@@ -30,7 +30,7 @@ class VELUM_API CModQuery {
   /// number or missing, the greatest number of the version symbols that the file defines takes its
   /// place, unless it is a single and smaller one: "2.36" for the C library, whose newest symbols
   /// are of GLIBC_2.36. The description is the SONAME. A file of another kind or of another
-  /// machine, and one that is cut or damaged, has neither.
+  /// machine, and one that is cut, has neither; of a damaged one what can be read is told.
   class VELUM_API CModuleInfo {
    public:
     /// Nothing that is known.
@@ -55,15 +55,16 @@ class VELUM_API CModQuery {
     /// The time stamp as text, such as "09:05pm 11/23/2026", or "n/a". Noon and midnight are 00.
     [[nodiscard]] const GString& GetTimeStampStr() const noexcept { return timeStampStr_; }
 
-    void SetLoaded(bool loaded) noexcept { loaded_ = loaded; }           ///< Sets what `Get` gives.
-    void SetVerMajor(int number) noexcept { verMajor_ = number; }        ///< Sets what `Get` gives.
-    void SetVerMinor(int number) noexcept { verMinor_ = number; }        ///< Sets what `Get` gives.
-    void SetSize(int bytes) noexcept { size_ = bytes; }                  ///< Sets what `Get` gives.
-    void SetTimeStamp(const SYSTEMTIME& t) noexcept { timeStamp_ = t; }  ///< Sets what `Get` gives.
-    void SetPath(const GString& path) { path_ = path; }                  ///< Sets what `Get` gives.
-    void SetVersion(const GString& text) { version_ = text; }            ///< Sets what `Get` gives.
-    void SetDescription(const GString& text) { description_ = text; }    ///< Sets what `Get` gives.
-    void SetTimeStampStr(const GString& text) { timeStampStr_ = text; }  ///< Sets what `Get` gives.
+    // Each sets a single fact; none is worked out from another.
+    void SetLoaded(bool loaded) noexcept { loaded_ = loaded; }     ///< Whether the process has it.
+    void SetVerMajor(int number) noexcept { verMajor_ = number; }  ///< The version's first number.
+    void SetVerMinor(int number) noexcept { verMinor_ = number; }  ///< Its second number.
+    void SetSize(int bytes) noexcept { size_ = bytes; }            ///< The size of the file.
+    void SetTimeStamp(const SYSTEMTIME& t) noexcept { timeStamp_ = t; }  ///< When it was written.
+    void SetPath(const GString& path) { path_ = path; }                  ///< Where it lies.
+    void SetVersion(const GString& text) { version_ = text; }            ///< The version as text.
+    void SetDescription(const GString& text) { description_ = text; }    ///< What it is.
+    void SetTimeStampStr(const GString& text) { timeStampStr_ = text; }  ///< The time as text.
 
    private:
     bool loaded_;
@@ -82,10 +83,11 @@ class VELUM_API CModQuery {
   using difference_type = std::ptrdiff_t;                           ///< Distances.
   using reference = const CModuleInfo&;                             ///< An element in place.
   using const_reference = const CModuleInfo&;                       ///< An element in place.
-  using const_iterator = std::vector<CModuleInfo>::const_iterator;  ///< Walks.
-  using iterator = const_iterator;                                  ///< Walks.
-  using const_reverse_iterator = std::vector<CModuleInfo>::const_reverse_iterator;  ///< Backwards.
-  using reverse_iterator = const_reverse_iterator;                                  ///< Backwards.
+  using const_iterator = std::vector<CModuleInfo>::const_iterator;  ///< A place in the list.
+  using iterator = const_iterator;                                  ///< A place in the list.
+  using const_reverse_iterator =
+      std::vector<CModuleInfo>::const_reverse_iterator;  ///< Such a place, from the end on.
+  using reverse_iterator = const_reverse_iterator;       ///< Such a place, from the end on.
 
   /// The list after `AddMemoryModules`, if bit 0 of `which` is set, and then `AddDiskModules`, if
   /// bit 1 is. What fails adds nothing.
@@ -119,17 +121,17 @@ class VELUM_API CModQuery {
   /// those whose path `GetModuleFilename` could give. False if the loader lists nothing.
   ///
   /// - Modules that are in the list already are added again.
+  /// - A module whose file is gone is listed all the same, without version, size and time.
   bool AddMemoryModules();
-  /// Adds the program and the libraries in its folder, files whose names end in `.so` or have
-  /// `.so.` in them, unless their paths are in the list, in any case of their ASCII letters. A link
-  /// counts as the file that it leads to. False if the program's path can't be had.
+  /// Adds the program and the libraries in its folder, files whose names match `*.so*`, unless
+  /// their paths are in the list, in any case of their ASCII letters. A link counts as the file
+  /// that it leads to. False if the program's path can't be had.
   bool AddDiskModules();
 
   /// Copies a list.
   CModQuery& operator=(const CModQuery& other);
 
  private:
-  [[gnu::visibility("hidden")]] bool InList(const GString& path) const;
   [[gnu::visibility("hidden")]] void AddEntry(const GString& path, bool loaded);
 
   std::vector<CModuleInfo> modules_;

@@ -8,11 +8,13 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <link.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -45,6 +47,21 @@ GString Library(std::string native) {
   return native;
 }
 
+/// A library cut so that its tables are whole, but not what the loader would map.
+std::string WithoutTheLastLoadedByte(const GString& path) {
+  std::ifstream file(Native(path), std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  ElfW(Ehdr) header;
+  std::memcpy(&header, bytes.data(), sizeof(header));
+  std::size_t end = 0;
+  for (std::size_t i = 0; i < header.e_phnum; ++i) {
+    ElfW(Phdr) part;
+    std::memcpy(&part, bytes.data() + header.e_phoff + i * sizeof(part), sizeof(part));
+    if (part.p_type == PT_LOAD) end = std::max(end, std::size_t{part.p_offset + part.p_filesz});
+  }
+  return bytes.substr(0, end - 1);
+}
+
 /// Leads back to the current folder.
 struct CurrentFolder {
   ~CurrentFolder() { std::filesystem::current_path(start); }
@@ -53,7 +70,7 @@ struct CurrentFolder {
 
 /// A file, folder or link beside the program, as long as the object lives.
 struct Beside {
-  explicit Beside(const std::string& name, const char* text = "text")
+  explicit Beside(const std::string& name, const std::string& text = "text")
       : path(GetStartupPath(nullptr, true) + name) {
     std::ofstream(Native(path)) << text;
   }
@@ -135,7 +152,9 @@ TEST(ModQuery, LibrariesBesideTheProgramSayWhatTheyAre) {
   unlink(Native(link.path).c_str());
   ASSERT_EQ(symlink("velum_test_plain.so", Native(link.path).c_str()), 0);
   const Beside text("velum_mod_text.so.1");
-  const Beside other("velum_mod.source");
+  const Beside old("velum_mod.so_old");
+  const Beside other("velum_mod.s.o");
+  const Beside cut("velum_mod_cut.so", WithoutTheLastLoadedByte(TestLibrary("named")));
   const CModQuery modules(2);
   const auto* const program = Find(modules, GetModuleFilename(nullptr));
   ASSERT_TRUE(program);
@@ -151,6 +170,8 @@ TEST(ModQuery, LibrariesBesideTheProgramSayWhatTheyAre) {
       {TestLibrary("named"), "3.14.1", 3, 14, "libvelum_test.so.3.14.1"},
       {TestLibrary("versioned"), "2.10", 2, 10, "libvelum_test.so.6"},
       {text.path, "n/a", 0, 0, "n/a"},
+      {old.path, "n/a", 0, 0, "n/a"},
+      {cut.path, "n/a", 0, 0, "n/a"},
   };
   for (const auto& row : rows) {
     const auto* const module = Find(modules, row.path);

@@ -31,6 +31,9 @@ constexpr unsigned char kClass = sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32;
 constexpr unsigned char kByteOrder =
     __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? ELFDATA2LSB : ELFDATA2MSB;
 
+/// The header of the file that holds this code, where the loader has put it: the linker defines it.
+extern "C" [[gnu::visibility("hidden")]] const Header __ehdr_start;
+
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// Reads small records that follow each other without asking the file for each.
@@ -186,7 +189,8 @@ bool ReadSegments(const ByteSource& file, Window& window, std::vector<Segment>& 
   Header header;
   if (!window.Get(0, header) || std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0 ||
       header.e_ident[EI_CLASS] != kClass || header.e_ident[EI_DATA] != kByteOrder ||
-      header.e_phentsize != sizeof(Segment) || header.e_phnum > kMostSegments) {
+      header.e_machine != __ehdr_start.e_machine || header.e_phentsize != sizeof(Segment) ||
+      header.e_phnum > kMostSegments) {
     return false;
   }
   if (header.e_phnum == 0) return true;

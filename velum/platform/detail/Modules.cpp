@@ -128,7 +128,8 @@ bool ReadModuleFile(const std::string& native, ModuleFile& facts) {
   facts.size = status.st_size;
   facts.hasTime = ToLocalTime(status.st_mtim, facts.written);
   ElfNames names;
-  if (ReadElfNames(FileBytes(file), names)) {
+  const FileBytes bytes(file);
+  if (!IsCutElf(bytes, static_cast<std::uint64_t>(status.st_size)) && ReadElfNames(bytes, names)) {
     facts.version = VersionIn(names);
     facts.soname = std::move(names.soname);
   }

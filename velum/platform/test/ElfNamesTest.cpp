@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <fstream>
 #include <string>
 
 namespace vlm::platform {
@@ -21,6 +22,14 @@ struct Bytes final : ByteSource {
   }
   std::string bytes;
 };
+
+/// The header of the program's file.
+ElfW(Ehdr) OfThisProgram() {
+  ElfW(Ehdr) header{};
+  std::ifstream file("/proc/self/exe", std::ios::binary);
+  file.read(reinterpret_cast<char*>(&header), sizeof(header));
+  return header;
+}
 
 /// A library of two segments and three tables, put together by hand: its addresses are not its
 /// offsets.
@@ -39,6 +48,7 @@ struct Library {
     std::memcpy(header.e_ident, ELFMAG, SELFMAG);
     header.e_ident[EI_CLASS] = sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32;
     header.e_ident[EI_DATA] = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? ELFDATA2LSB : ELFDATA2MSB;
+    header.e_machine = OfThisProgram().e_machine;
     header.e_phoff = At(&load);
     header.e_phentsize = sizeof(load);
     header.e_phnum = 2;
@@ -96,6 +106,7 @@ TEST(ElfNames, WhatDoesNotFitIsLeftOut) {
       {"another kind of file", [](Library& l) { l.header.e_ident[0] = 'M'; }, "no"},
       {"another width", [](Library& l) { l.header.e_ident[EI_CLASS] ^= 3; }, "no"},
       {"another byte order", [](Library& l) { l.header.e_ident[EI_DATA] ^= 3; }, "no"},
+      {"another machine", [](Library& l) { l.header.e_machine ^= 1; }, "no"},
       {"segments of another size", [](Library& l) { l.header.e_phentsize = 1; }, "no"},
       {"segments beyond the end", [](Library& l) { l.header.e_phoff = UINT64_MAX - 8; }, "no"},
       {"too many segments", [](Library& l) { l.header.e_phnum = 0xFFFF; }, "no"},
