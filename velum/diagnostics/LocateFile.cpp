@@ -59,7 +59,7 @@ GString Search(const GString& name) {
 
 GString LocateFile(const GString& name) {
   const GString wanted(name.c_str());
-  if (wanted.empty()) return {};
+  if (wanted.empty() || platform::HasDrive(wanted.c_str())) return {};
   for (const GString& folder : CSystemInfo::GetInstance().ExtraSearchPaths()) {
     GString path = folder + wanted;
     if (FileExists(path)) return path;

@@ -23,6 +23,7 @@ namespace vlm {
 /// its first terminator. Of a name that begins with a separator places 2 to 5 give that very file.
 ///
 /// - An empty name, a file that is nowhere: empty.
+/// - A name with a drive, of which this system has none: empty.
 /// - A file that is found in places 2 to 5, and whose path is longer than 262 bytes: empty.
 ///
 /// *Errors*: those of `CSystemInfo::Instance`.

@@ -60,7 +60,10 @@ TEST_F(LocateFile, TakesTheFirstOfTheSearchPathsAsItWasGiven) {
   EXPECT_EQ(vlm::LocateFile("maps"), first + "maps") << "a folder is found, too";
   EXPECT_EQ(vlm::LocateFile(std::string("wells.dat\0.bak", 14)), first + "wells.dat");
   EXPECT_EQ(vlm::LocateFile("Wells.dat"), "") << "names open as they are spelt";
-  EXPECT_EQ(vlm::LocateFile("c:wells.dat"), "");
+  std::ofstream(folder.Path("c:wells.dat"));
+  EXPECT_EQ(vlm::LocateFile("c:wells.dat"), "") << "a drive";
+  ASSERT_EQ(chdir(folder.Path().c_str()), 0);
+  EXPECT_EQ(vlm::LocateFile("c:wells.dat"), "") << "a drive, in the current folder";
   EXPECT_EQ(vlm::LocateFile(""), "");
 }
 
