@@ -4,6 +4,7 @@
 #include <velum/diagnostics/MachineInfo.h>
 #include <velum/diagnostics/ModQuery.h>
 #include <velum/diagnostics/detail/ExceptionText.h>
+#include <velum/files/Path.h>
 #include <velum/platform/Types.h>
 #include <velum/platform/detail/Displays.h>
 #include <velum/platform/detail/FileSystem.h>
@@ -24,6 +25,12 @@ namespace {
 
 const char* OrUnknown(const std::string& text) { return text.empty() ? "unknown" : text.c_str(); }
 
+/// A folder with a separator at its end; empty if it is not there.
+std::string IfThere(const std::string& folder) {
+  const bool isThere = platform::KindOf(folder.c_str()) == platform::FileKind::kFolder;
+  return isThere ? CPath::AppendDirSeparator(folder, true).String() : std::string();
+}
+
 unsigned int Megabytes(std::uint64_t bytes) { return static_cast<unsigned int>(bytes >> 20); }
 
 /// A section of a report: its title, and when it ends the empty line behind it.
@@ -33,10 +40,16 @@ class Section {
   Section(const Section&) = delete;
   Section& operator=(const Section&) = delete;
 
-  /// A line, formatted.
+  /// A line, formatted. Control characters, which texts from elsewhere may hold, show as '?', so
+  /// that it stays a single one.
   template <class... Values>
   void Line(const char* format, Values... values) {
-    log_.SendVA(LogInformation, format, values...);
+    std::string text = ToString(format, values...);
+    const auto isControl = [](char c) {
+      return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
+    };
+    std::replace_if(text.begin(), text.end(), isControl, '?');
+    log_.SendVA(LogInformation, "%s", text.c_str());
   }
   /// A line with a text, if there is one.
   void LineIfAny(const char* format, const std::string& text) {
@@ -65,9 +78,9 @@ void CLogger::OSVersion() {
   const std::string name = GetOSNameAndVersion();
   Section section(*this, "Operating System");
   section.Line("Operating system is %s", name.empty() ? "Unknown" : name.c_str());
-  section.Line("Temp directory = '%s'", OrUnknown(platform::TemporaryFolder()));
+  section.Line("Temp directory = '%s'", OrUnknown(IfThere(platform::TemporaryFolder())));
   section.Line("AppData directory = '%s'",
-               OrUnknown(platform::PathFromNative(platform::UserConfigFolder())));
+               OrUnknown(IfThere(platform::PathFromNative(platform::UserConfigFolder()))));
   section.End();
 }
 

@@ -1,11 +1,14 @@
 #include <velum/core/Exception.h>
 #include <velum/diagnostics/Logger.h>
 #include <velum/diagnostics/MachineInfo.h>
+#include <velum/diagnostics/test/Environment.h>
 #include <velum/platform/Types.h>
+#include <velum/platform/detail/FloatingPointUnit.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <ctime>
 #include <string>
 #include <vector>
@@ -14,6 +17,7 @@ namespace vlm {
 namespace {
 
 using ::testing::ContainsRegex;
+using testing::Environment;
 using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
 
@@ -35,7 +39,7 @@ TEST(LoggerReports, SectionsHaveTheirTitlesRulesAndLines) {
             "Current time is [0-2][0-9]:[0-5][0-9]:[0-6][0-9] on [01][0-9]/[0-3][0-9]/[0-9]{2}\n"},
         Row{&CLogger::OSVersion,
             "Operating System\n----------------\nOperating system is .+, Version [0-9]+[.][0-9]+, "
-            "build [0-9]+\nTemp directory = '.+\\\\'\nAppData directory = '.+'\n\n"},
+            "build [0-9]+\nTemp directory = '.+\\\\'\nAppData directory = '(.+\\\\|unknown)'\n\n"},
         Row{&CLogger::VideoInfo,
             "Video Configuration\n-------------------\nDisplay name = .+\n"
             "(Number of monitors = [0-9]+\n)?(Screen resolution = [0-9]+ x [0-9]+\n)?"
@@ -51,13 +55,28 @@ TEST(LoggerReports, SectionsHaveTheirTitlesRulesAndLines) {
             "Virtual memory free = [0-9]+ MB\n\n"}}) {
     EXPECT_THAT(TextOf(row.report), MatchesRegex(row.text));
   }
-#ifdef __x86_64__
   // What a process starts with: all exceptions masked, 64 bits of precision.
+  const std::string word = "Floating point control word = 0000037f\n";
   EXPECT_EQ(TextOf(&CLogger::Coprocessor),
-            "Coprocessor Configuration\n-------------------------\n"
-            "Floating point control word = 0000037f\n\n");
-#endif
+            "Coprocessor Configuration\n-------------------------\n" +
+                (platform::FloatingPointControlWord() ? word : "") + "\n");
   EXPECT_THAT(TextOf(&CLogger::OSVersion), HasSubstr(GetOSNameAndVersion()));
+}
+
+TEST(LoggerReports, FoldersThatAreNotThereAreUnknown) {
+  const Environment temporary("TMPDIR", "/velum that is nowhere");
+  const Environment settings("XDG_CONFIG_HOME", "/velum that is nowhere");
+  EXPECT_THAT(TextOf(&CLogger::OSVersion),
+              HasSubstr("\nTemp directory = 'unknown'\nAppData directory = 'unknown'\n"));
+  setenv("TMPDIR", "/usr/", 1);
+  setenv("XDG_CONFIG_HOME", "/usr", 1);
+  EXPECT_THAT(TextOf(&CLogger::OSVersion),
+              HasSubstr("\nTemp directory = '\\usr\\'\nAppData directory = '\\usr\\'\n"));
+}
+
+TEST(LoggerReports, TextsFromElsewhereBreakNoLine) {
+  const Environment display("WAYLAND_DISPLAY", "a\n\nFake Section\x1b[2J");
+  EXPECT_THAT(TextOf(&CLogger::VideoInfo), HasSubstr("\nDisplay name = a??Fake Section?[2J\n"));
 }
 
 TEST(LoggerReports, ModulesAreListedWithVersionTimeAndSize) {

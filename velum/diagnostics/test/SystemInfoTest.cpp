@@ -1,6 +1,7 @@
 #include <velum/diagnostics/SystemInfo.h>
 
 #include <velum/core/Exception.h>
+#include <velum/diagnostics/test/Environment.h>
 #include <velum/files/FileUtilities.h>
 #include <velum/fonts/SystemFaceInfo.h>
 
@@ -129,6 +130,7 @@ TEST_F(SystemInfo, TheDecimalCharacterIsThatOfTheUsersLocale) {
   const locale_t german = newlocale(LC_NUMERIC_MASK, "de_DE.UTF-8", locale_t{});
   if (!german) GTEST_SKIP() << "needs the locale de_DE.UTF-8; ctest says where it is";
   freelocale(german);
+  const testing::Environment before("LC_ALL");
   const std::pair<const char*, char> rows[] = {
       {"de_DE.UTF-8", ','}, {"C", '.'}, {"POSIX", '.'}, {"xx_XX.not-installed", '.'}};
   for (const auto& [name, point] : rows) {
@@ -137,7 +139,6 @@ TEST_F(SystemInfo, TheDecimalCharacterIsThatOfTheUsersLocale) {
     EXPECT_EQ(settings.DefDecimalChar(), point) << name;
     EXPECT_EQ(settings.DefThousandsChar(), point == '.' ? ',' : '.') << name;
   }
-  unsetenv("LC_ALL");
 }
 
 TEST_F(SystemInfo, CodePagesHaveSixteenBits) {
