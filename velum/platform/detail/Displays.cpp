@@ -1,11 +1,12 @@
 #include <velum/platform/detail/Displays.h>
 
+#include <velum/platform/detail/InputFile.h>
+
 #include <dirent.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
 #include <vector>
 
@@ -15,10 +16,8 @@ namespace {
 constexpr int kLargest = 1 << 20;
 
 std::string FirstLine(const std::string& path) {
-  std::ifstream file(path);
-  std::string line;
-  std::getline(file, line);
-  return line;
+  const std::string text = TextOfFile(path);
+  return text.substr(0, text.find('\n'));
 }
 
 /// Reads two numbers with a separator between them.

@@ -40,4 +40,14 @@ std::int64_t InputFile::Read(void* data, std::size_t count) const noexcept {
   return ReadFile(file_, data, count);
 }
 
+std::string TextOfFile(const std::string& native) {
+  constexpr std::size_t kMost = 64 * 1024;
+  InputFile file;
+  if (!file.OpenNative(native)) return {};
+  std::string text(kMost, '\0');
+  const std::int64_t count = file.Read(text.data(), text.size());
+  text.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
+  return text;
+}
+
 }  // namespace vlm::platform

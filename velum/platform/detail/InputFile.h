@@ -38,4 +38,8 @@ class InputFile {
   int file_ = -1;
 };
 
+/// The text of a small file at a path as the system spells it, or its first 64 kB; empty if it
+/// can't be read.
+[[nodiscard]] std::string TextOfFile(const std::string& native);
+
 }  // namespace vlm::platform

@@ -15,23 +15,14 @@
 #include <cstring>
 #include <iterator>
 #include <limits>
+#include <utility>
 
 namespace vlm::platform {
 
 namespace {
 
-/// The text of a small file, or its first 64 kB; empty if it can't be read.
-std::string TextOf(const char* native) {
-  constexpr std::size_t kMost = 64 * 1024;
-  InputFile file;
-  if (!file.OpenNative(native)) return {};
-  std::string text(kMost, '\0');
-  const std::int64_t count = file.Read(text.data(), text.size());
-  text.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
-  return text;
-}
-
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
 /// The number at the start of a text, which is stepped over; the largest for one that is larger.
 std::uint64_t TakeNumber(std::string_view& text) {
@@ -59,33 +50,49 @@ bool TakeKey(std::string_view& line, std::string_view key, char mark) {
   return true;
 }
 
-/// A value as a shell reads it, up to a control character.
-std::string Unquoted(std::string_view value) {
-  std::string text;
+/// Takes a value off a text as a shell reads it: in quotes it goes on behind the line's end.
+std::string TakeValue(std::string_view& text) {
+  constexpr std::string_view kEscapedInQuotes = "$`\"\\\n";
+  std::string value;
   char quote = '\0';
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    char c = value[i];
+  while (!text.empty() && (quote || !(IsBlank(text.front()) || text.front() == '\n'))) {
+    char c = text.front();
+    text.remove_prefix(1);
     if (quote ? c == quote : c == '"' || c == '\'') {
       quote = quote ? '\0' : c;
       continue;
     }
-    if (c == ' ' && !quote) break;
-    if (c == '\\' && quote != '\'' && i + 1 < value.size()) c = value[++i];
-    if (static_cast<unsigned char>(c) < ' ' || c == '\x7f') break;
-    text += c;
+    if (c == '\\' && quote != '\'' && !text.empty() &&
+        (!quote || kEscapedInQuotes.find(text.front()) != std::string_view::npos)) {
+      c = text.front();
+      text.remove_prefix(1);
+      if (c == '\n') continue;
+    }
+    value += c;
   }
-  return text;
+  return value;
 }
 
-/// What `key` stands for in a release file; empty if it is not there or too long for a name.
+/// What `key` stands for in a release file, up to a control character; empty if it is not there or
+/// too long for a name.
 std::string ReleaseValue(std::string_view text, std::string_view key) {
   constexpr std::size_t kLongest = 256;
   std::string value;
   while (!text.empty()) {
-    std::string_view line = TakeLine(text);
-    // The last line counts, as for a shell.
-    if (TakeKey(line, key, '=')) value = Unquoted(line);
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    const std::string_view name = text.substr(0, text.find_first_of("= \t\n"));
+    const bool isKnown = name == key;
+    text.remove_prefix(name.size());
+    if (name.find('#') == std::string_view::npos && !text.empty() && text.front() == '=') {
+      text.remove_prefix(1);
+      std::string given = TakeValue(text);
+      // The last line counts, as for a shell.
+      if (isKnown) value = std::move(given);
+    }
+    TakeLine(text);
   }
+  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; };
+  value.erase(std::find_if(value.begin(), value.end(), isControl), value.end());
   return value.size() > kLongest ? std::string() : value;
 }
 
@@ -101,7 +108,7 @@ void ReadAddresses(MemoryFacts& facts) {
   if (::getrlimit(RLIMIT_AS, &limit) == 0) {
     facts.address = std::min<std::uint64_t>(facts.address, limit.rlim_cur);
   }
-  const std::string pages = TextOf("/proc/self/statm");
+  const std::string pages = TextOfFile("/proc/self/statm");
   std::string_view rest(pages);
   const std::uint64_t used = TakeNumber(rest) * PageSize();
   facts.addressFree = facts.address - std::min(facts.address, used);
@@ -158,7 +165,7 @@ bool ReadKernelFacts(KernelFacts& facts) {
 
 std::string ReleaseName() {
   for (const char* file : {"/etc/os-release", "/usr/lib/os-release"}) {
-    std::string name = ReleaseNameIn(TextOf(file));
+    std::string name = ReleaseNameIn(TextOfFile(file));
     if (!name.empty()) return name;
   }
   return {};
@@ -173,7 +180,7 @@ std::string ReleaseNameIn(std::string_view text) {
 }
 
 bool ReadMemoryFacts(MemoryFacts& facts) {
-  const std::string text = TextOf("/proc/meminfo");
+  const std::string text = TextOfFile("/proc/meminfo");
   if (!FindKilobytes(text, "MemTotal", facts.physical)) return false;
   // Kernels before 3.14 do not count what their caches would give up.
   if (!FindKilobytes(text, "MemAvailable", facts.physicalFree) &&
