@@ -60,7 +60,8 @@ class VELUM_API CDllCache : public Singleton<CDllCache> {
   ///
   /// `g_Logger` is told before a library is loaded, with type `LogInformation`, and of a failure,
   /// with type `LogFailure`. The first line has the version that `CModQuery` gives, if the file can
-  /// be found without the loader's search: the name has a folder, or the library is loaded already.
+  /// be found without the loader's cache: the name has a folder, or the library is loaded already,
+  /// or it lies in one of the folders that the loader searches.
   ///
   /// *Errors*: those of the log; `std::bad_alloc`. The cache is then as it was.
   /// *Cost*: logarithmic in the number of libraries for one that is there.

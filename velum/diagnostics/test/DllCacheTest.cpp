@@ -3,6 +3,7 @@
 #include <velum/diagnostics/Logger.h>
 #include <velum/diagnostics/test/TestLibraries.h>
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <cctype>
@@ -105,6 +106,12 @@ TEST_F(DllCache, TellsTheLogWhatItLoadsInWhichVersion) {
   ASSERT_EQ(lines.size(), 1u);
   EXPECT_EQ(lines[0].second.rfind("Loading module 'libc.so.6' (ver 2.", 0), 0u)
       << lines[0].second << ": the process has it already, so that its file is known";
+  lines.clear();
+  ASSERT_EQ(dlopen("libanl.so.1", RTLD_LAZY | RTLD_NOLOAD), nullptr);
+  cache.Load("libanl.so.1");
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_EQ(lines[0].second.rfind("Loading module 'libanl.so.1' (ver 2.", 0), 0u)
+      << lines[0].second << ": it lies in one of the loader's folders";
 }
 
 TEST(DllEntryLess, FoldsAsciiLettersAndNothingElse) {

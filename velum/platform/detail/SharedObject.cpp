@@ -33,6 +33,9 @@ std::string Absolute(const std::string& path) {
   return folder ? std::string(folder.get()) + '/' + path : path;
 }
 
+/// An address in this library.
+constexpr char kAddress = 0;
+
 struct Close {
   void operator()(void* library) const noexcept { CloseSharedObject(library); }
 };
@@ -43,6 +46,37 @@ bool IsCut(const std::string& native) {
   struct stat status {};
   return file.OpenNative(native) && ::fstat(file.Descriptor(), &status) == 0 &&
          IsCutElf(FileBytes(file), static_cast<std::uint64_t>(status.st_size));
+}
+
+std::string LoadedFile(const std::string& name) {
+  const std::unique_ptr<void, Close> loaded(::dlopen(name.c_str(), RTLD_LAZY | RTLD_NOLOAD));
+  link_map* map = nullptr;
+  return loaded && ::dlinfo(loaded.get(), RTLD_DI_LINKMAP, &map) == 0 ? map->l_name : std::string();
+}
+
+/// The library of a name in the folders that the loader searches on this library's behalf.
+std::string FileInSearchedFolders(const std::string& name) {
+  Dl_info info;
+  void* self = nullptr;
+  Dl_serinfo size{};
+  if (!::dladdr1(&kAddress, &info, &self, RTLD_DL_LINKMAP) ||
+      ::dlinfo(self, RTLD_DI_SERINFOSIZE, &size) != 0) {
+    return {};
+  }
+  const std::unique_ptr<void, decltype(&::free)> room(::malloc(size.dls_size), &::free);
+  auto* const folders = static_cast<Dl_serinfo*>(room.get());
+  if (!folders || ::dlinfo(self, RTLD_DI_SERINFOSIZE, folders) != 0 ||
+      ::dlinfo(self, RTLD_DI_SERINFO, folders) != 0) {
+    return {};
+  }
+  for (unsigned i = 0; i < folders->dls_cnt; ++i) {
+    std::string file = std::string(folders->dls_serpath[i].dls_name) + '/' + name;
+    ElfNames names;
+    InputFile library;
+    // As the loader does, pass over files that are none of this machine's.
+    if (library.OpenNative(file) && ReadElfNames(FileBytes(library), names)) return file;
+  }
+  return {};
 }
 
 }  // namespace
@@ -63,9 +97,8 @@ void* FindSymbol(void* library, const char* name) noexcept { return ::dlsym(libr
 std::string SharedObjectFile(const char* path) {
   const std::string name = LoaderName(path);
   if (name.empty() || name.find('/') != std::string::npos) return name;
-  const std::unique_ptr<void, Close> loaded(::dlopen(name.c_str(), RTLD_LAZY | RTLD_NOLOAD));
-  link_map* map = nullptr;
-  return loaded && ::dlinfo(loaded.get(), RTLD_DI_LINKMAP, &map) == 0 ? map->l_name : std::string();
+  std::string file = LoadedFile(name);
+  return file.empty() ? FileInSearchedFolders(name) : file;
 }
 
 }  // namespace vlm::platform

@@ -21,8 +21,9 @@ void CloseSharedObject(void* library) noexcept;
 /// The address of a symbol; null if the library and those that it needs have none of that name.
 [[nodiscard]] void* FindSymbol(void* library, const char* name) noexcept;
 
-/// The native path of the file that `OpenSharedObject` would take, found without a search: that of
-/// a path, or that of a library which is loaded already; else empty.
+/// The native path of the file that `OpenSharedObject` would take: that of a path, that of a
+/// library which is loaded already, or the first in the folders that the loader searches; else
+/// empty. The loader's cache, which it asks before the system's own folders, is not read.
 [[nodiscard]] std::string SharedObjectFile(const char* path);
 
 }  // namespace vlm::platform
