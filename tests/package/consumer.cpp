@@ -3,6 +3,7 @@
 #include <velum/velum.h>
 
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <stdexcept>
 
@@ -96,11 +97,17 @@ void ExceptionsCrossTheBoundary() {
   ArrivesAs<vlm::BadAllocError>("BadAllocError", [] { vlm::CMemoryFile().SetLength(0x80000001u); });
 }
 
+void InstalledDataAreFound() {
+  Check(!vlm::LocateFile("Symbols\\default.sym").empty(), "the installed symbols are found");
+}
+
 }  // namespace
 
-int main() {
+/// With the argument "installed" the library's data are looked for, too.
+int main(int count, char** words) {
   LabelIsLaidOutAndDrawn();
   ExceptionsCrossTheBoundary();
+  if (count > 1 && std::strcmp(words[1], "installed") == 0) InstalledDataAreFound();
   if (failures == 0) std::printf("consumer: all is well\n");
   return failures == 0 ? 0 : 1;
 }
