@@ -9,7 +9,6 @@ install(TARGETS velum EXPORT velumTargets
 install(EXPORT velumTargets NAMESPACE velum:: DESTINATION "${package_dir}")
 
 get_property(subsystems GLOBAL PROPERTY VELUM_SUBSYSTEMS)
-set(VELUM_INSTALLED_DATA "${CMAKE_INSTALL_DATADIR}/velum")
 list(JOIN subsystems " " VELUM_SUBSYSTEMS)
 configure_package_config_file(cmake/velumConfig.cmake.in
   "${PROJECT_BINARY_DIR}/package/velumConfig.cmake" INSTALL_DESTINATION "${package_dir}"
