@@ -35,6 +35,7 @@ def main():
     good = [(base + offset, "child + 0x1"), (base + offset + 1, "child + 0x2"), (7, "(no module)")]
     here = (base, base + (1 << 24), build_id, program)
     line = r"#0   main at [^ ]+:\d+\n#1   main at [^ ]+:\d+\n#2   \(no module\)\n$"
+    addressed = CRASH[:-1] + f"Address = {base + offset:#x}\n\n"
     rows = [
         # why, dump, further arguments, status, output, complaint
         ("whole", dump_of(good, [here]), [], 0, "Application: Gridder\n(.*\n)*Code = c0000005 .*\n\n" + line, "^$"),
@@ -48,7 +49,9 @@ def main():
         ("empty", "", [], 1, "^$", "it is no crash dump"),
         ("foreign", "PNG\n", [], 1, "^$", "it is no crash dump"),
         ("newer", HEAD.replace("dump 1", "dump 2"), [], 1, "^$", "of version 2, and this tool reads up to 1"),
-        ("cut", HEAD + CRASH + "Stack tr", [], 1, "^$", "it has no stack trace"),
+        ("cut before its address", HEAD + CRASH + "Stack tr", [], 1, "^$", "it has no stack trace and no address"),
+        ("cut behind its address", HEAD + addressed, [], 0, r"Gridder\n(.*\n)*#0   Address = 0x[0-9a-f]+\n\(there is no stack", "^$"),
+        ("without a frame", dump_of([], [here]).replace(CRASH, addressed), [], 0, r"#0   main at [^ ]+:\d+\n\(there is no stack", "^$"),
         ("an address beyond all", dump_of([(base, "x")], []).replace("7f0000000000", "7" * 40), [], 1, "^$", "it has no stack trace"),
         ("a wrong option", "", ["--line"], 2, "^$", "unknown option '--line'; see --help"),
         ("an option without its value", "", ["--debug"], 2, "^$", "--debug needs a value"),

@@ -173,7 +173,7 @@ void SetCrashHandler(const GString& appName) {
   theSettings = settings.release();
   static thread_local const void* const stack = platform::GiveCrashStack();
   static_cast<void>(stack);
-  platform::PrepareBacktrace();
+  platform::Backtrace::Prepare();
   platform::KeepUncaughtExceptions(&TellUncaught);
   platform::InstallCrashSignals(&Report);
 }

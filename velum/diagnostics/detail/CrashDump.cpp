@@ -10,6 +10,8 @@
 
 #include <array>
 #include <cerrno>
+#include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -23,16 +25,14 @@ using platform::SafeText;
 
 constexpr char kFirstLine[] = "Velum crash dump 1\n";
 constexpr int kAddressDigits = 16;
-/// Of a deep stack, so many frames at its inner and at its outer end are written.
-constexpr std::size_t kInnerFrames = 100;
-constexpr std::size_t kOuterFrames = 28;
 
 // What is too large for the stack of a handler.
 constinit LoadedCode theCode;
+constinit platform::Backtrace theTrace;
 constinit std::array<char, kRecentLogBytes> theLines{};
 constinit char theText[4096] = {};
 
-/// A text file, written when its buffer is full. Keeps the first error.
+/// A text file. Keeps the first error.
 class DumpFile {
  public:
   explicit DumpFile(int file) noexcept : file_(file) {}
@@ -127,20 +127,18 @@ void WriteFrame(DumpFile& out, std::size_t number, std::uintptr_t address) noexc
   out.Put("\n");
 }
 
-void WriteTrace(DumpFile& out, const CrashFacts& facts) noexcept {
-  const std::span<void* const> frames = platform::Backtrace(facts.context, theCode);
-  const bool isDeep = frames.size() > kInnerFrames + kOuterFrames;
-  for (std::size_t i = 0; i < frames.size(); ++i) {
-    if (isDeep && i == kInnerFrames) {
-      i = frames.size() - kOuterFrames;
+void WriteOuterFrames(DumpFile& out) noexcept {
+  for (std::size_t i = 1; i < theTrace.Count(); ++i) {
+    if (i == platform::Backtrace::kInner && theTrace.LeftOut() > 0) {
       char room[64];
       out.Put(SafeText(room)
                   .Put("(")
-                  .Decimal(static_cast<std::int64_t>(i - kInnerFrames))
+                  .Decimal(static_cast<std::int64_t>(theTrace.LeftOut()))
                   .Put(" frames are left out)\n")
                   .View());
+      i += theTrace.LeftOut();
     }
-    WriteFrame(out, i, reinterpret_cast<std::uintptr_t>(frames[i]));
+    WriteFrame(out, i, theTrace[i]);
   }
 }
 
@@ -180,7 +178,15 @@ int WriteCrashDump(int file, const char* application, const CrashFacts& facts) n
   part([&] { WriteRegisters(out, facts); });
   part([&] { theCode.Read(); });
   out.Title("Stack trace");
-  part([&] { WriteTrace(out, facts); });
+  theTrace.Begin(facts.context);
+  part([&] { WriteFrame(out, 0, theTrace[0]); });
+  const std::uintptr_t instruction = platform::InstructionOf(facts.context);
+  const std::uintptr_t stack = platform::StackPointerOf(facts.context);
+  const bool isWhole = RunReportStep(kStepSeconds, [&] { theTrace.Walk(facts.context, theCode); });
+  // A walk that crashed may have left others there.
+  platform::SetInstruction(facts.context, instruction, stack);
+  part([&] { WriteOuterFrames(out); });
+  if (!isWhole) out.Put("(the rest could not be walked)\n");
   out.Title("Loaded modules");
   for (std::size_t i = 0; i < theCode.Count(); ++i) {
     if (theCode[i].isFile) WriteModule(out, theCode[i]);

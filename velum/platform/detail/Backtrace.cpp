@@ -2,19 +2,12 @@
 
 #include <velum/platform/detail/CrashContext.h>
 
-#include <execinfo.h>
-#include <sys/mman.h>
+#include <unwind.h>
 
-#include <algorithm>
 #include <cstring>
 
 namespace vlm::platform {
 namespace {
-
-constexpr int kMost = 262'144;
-
-constinit void* theFew[64] = {};
-constinit std::span<void*> theRoom{theFew};
 
 /// The return address that a call has just left on the stack; 0 if there is none.
 std::uintptr_t CallerOf(std::uintptr_t stack, const LoadedCode& code) noexcept {
@@ -24,56 +17,64 @@ std::uintptr_t CallerOf(std::uintptr_t stack, const LoadedCode& code) noexcept {
   return code.IsCode(caller) ? caller : 0;
 }
 
-/// Walks the stack from here.
-std::size_t WalkAll() noexcept {
-  return static_cast<std::size_t>(
-      std::max(0, ::backtrace(theRoom.data(), static_cast<int>(theRoom.size()))));
-}
+/// A walk from the handler outwards, which takes what lies behind the crash.
+struct Walker {
+  Backtrace* trace;      // Null takes nothing.
+  std::uintptr_t start;  // The first entries are those of the handler.
+  bool isBehindStart;
+  std::uintptr_t address = 0;
+  std::uintptr_t frame = 0;
+};
 
-/// Walks the stack; what lies behind the instruction at `start` is moved to the front.
-std::size_t Walk(std::uintptr_t start) noexcept {
-  const std::size_t count = WalkAll();
-  const auto end = theRoom.begin() + static_cast<std::ptrdiff_t>(count);
-  const auto found = std::find(theRoom.begin(), end, reinterpret_cast<void*>(start));
-  // The first entries are those of the handler.
-  return static_cast<std::size_t>(std::copy(found, end, theRoom.begin()) - theRoom.begin());
+_Unwind_Reason_Code TakeFrame(_Unwind_Context* context, void* argument) noexcept {
+  Walker& walker = *static_cast<Walker*>(argument);
+  if (!walker.trace) return _URC_NO_REASON;
+  const std::uintptr_t address = _Unwind_GetIP(context);
+  const std::uintptr_t frame = _Unwind_GetCFA(context);
+  if (!walker.isBehindStart) {
+    walker.isBehindStart = address == walker.start;
+    return _URC_NO_REASON;
+  }
+  // A damaged stack may lead to itself.
+  if (address == walker.address && frame == walker.frame) return _URC_END_OF_STACK;
+  walker.address = address;
+  walker.frame = frame;
+  if (address != 0) walker.trace->Add(address);
+  return _URC_NO_REASON;
 }
 
 }  // namespace
 
-void PrepareBacktrace() noexcept {
-  // The first call loads a library, which allocates.
-  ::backtrace(theFew, static_cast<int>(std::size(theFew)));
-  if (theRoom.size() == static_cast<std::size_t>(kMost)) return;
-  void* const memory = ::mmap(nullptr, sizeof(void*) * kMost, PROT_READ | PROT_WRITE,
-                              MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-  if (memory != MAP_FAILED) theRoom = {static_cast<void**>(memory), kMost};
+void Backtrace::Prepare() noexcept {
+  // The first walk may load what it needs, and ask for memory.
+  Walker walker{nullptr, 0, false};
+  _Unwind_Backtrace(&TakeFrame, &walker);
 }
 
-std::span<void* const> Backtrace(void* context, const LoadedCode& code) noexcept {
+void Backtrace::Begin(const void* context) noexcept {
+  count_ = 0;
+  Add(InstructionOf(context));
+}
+
+void Backtrace::Add(std::uintptr_t address) noexcept {
+  (count_ < kInner ? inner_[count_] : outer_[(count_ - kInner) % kOuter]) = address;
+  ++count_;
+}
+
+void Backtrace::Walk(void* context, const LoadedCode& code) noexcept {
   const std::uintptr_t instruction = InstructionOf(context);
   const std::uintptr_t stack = StackPointerOf(context);
-  // Where the processor is not known, the trace begins with the handler.
-  if (stack == 0) return theRoom.first(WalkAll());
+  // Where the processor is not known, it is not known either where the handler's entries end.
+  Walker walker{this, instruction, stack == 0};
   const std::uintptr_t caller = code.IsCode(instruction) ? 0 : CallerOf(stack, code);
-  std::size_t count = 0;
-  if (caller == 0) {
-    count = Walk(instruction);
-  } else {
+  if (caller != 0) {
     // As if the call were just being made: nothing could be walked from where no code is.
+    Add(caller);
+    walker.start = caller - 1;
     SetInstruction(context, caller - 1, stack + sizeof(void*));
-    count = Walk(caller - 1);
-    SetInstruction(context, instruction, stack);
-    if (count == 0) count = 1;
-    theRoom[0] = reinterpret_cast<void*>(caller);
-    const std::size_t last = std::min(count, theRoom.size() - 1);
-    std::copy_backward(theRoom.begin(), theRoom.begin() + static_cast<std::ptrdiff_t>(last),
-                       theRoom.begin() + static_cast<std::ptrdiff_t>(last + 1));
-    count = last + 1;
   }
-  if (count == 0) count = 1;
-  theRoom[0] = reinterpret_cast<void*>(instruction);
-  return theRoom.first(count);
+  _Unwind_Backtrace(&TakeFrame, &walker);
+  if (caller != 0) SetInstruction(context, instruction, stack);
 }
 
 }  // namespace vlm::platform

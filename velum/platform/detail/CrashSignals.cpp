@@ -39,6 +39,8 @@ constinit std::atomic<bool> theStepRuns{false};
 /// Counts the begins and ends of steps, for those who wait.
 constinit std::atomic<unsigned int> theProgress{0};
 constinit std::atomic<bool> theStepHasNoLimit{false};
+/// What ends a step that takes too long, as the system calls it; the owner's alone.
+constinit int theTimer = -1;
 /// When a step has taken too long, in seconds of the clock that is never set.
 constinit std::atomic<std::int64_t> theDeadline{0};
 
@@ -151,15 +153,28 @@ std::int64_t Now() noexcept {
   return now.tv_sec;
 }
 
+/// Makes a timer whose signal goes to the calling thread alone: one sent to the process could end
+/// a call that another thread waits in, or be taken by a thread that waits for signals. By system
+/// calls, since the C library's functions may ask for memory.
+void MakeTimer() noexcept {
+  sigevent event{};
+  event.sigev_notify = SIGEV_THREAD_ID;
+  event.sigev_signo = SIGALRM;
+  event._sigev_un._tid = ::gettid();
+  if (::syscall(SYS_timer_create, CLOCK_MONOTONIC, &event, &theTimer) != 0) theTimer = -1;
+}
+
+/// Has the timer send its signal after so many seconds; 0 stops it.
+void SetTimer(unsigned int seconds) noexcept {
+  itimerspec time{};
+  time.it_value.tv_sec = static_cast<std::time_t>(seconds);
+  ::syscall(SYS_timer_settime, theTimer, 0, &time, nullptr);
+}
+
 extern "C" void velum_on_crash_alarm(int) {
   const int error = errno;
-  const pid_t owner = theOwner;
-  if (owner == ::gettid()) {
-    // The program may have alarms of its own.
-    if (Now() >= theDeadline) LeaveStep();
-  } else {
-    ::syscall(SYS_tgkill, ::getpid(), owner, SIGALRM);
-  }
+  // The program may have alarms of its own.
+  if (theOwner == ::gettid() && Now() >= theDeadline) LeaveStep();
   errno = error;
 }
 
@@ -179,7 +194,7 @@ void WaitForTheEnd() noexcept {
 void LetSignalsIn() noexcept {
   struct sigaction action {};
   action.sa_handler = &velum_on_crash_alarm;
-  action.sa_flags = SA_ONSTACK;
+  action.sa_flags = SA_ONSTACK | SA_RESTART;
   ::sigfillset(&action.sa_mask);
   ::sigaction(SIGALRM, &action, nullptr);
   sigset_t in;
@@ -206,6 +221,7 @@ extern "C" void velum_on_crash(int signal, siginfo_t* info, void* context) {
   CrashEnd end = CrashEnd::kBySignal;
   if (theOwner.compare_exchange_strong(owner, self)) {
     LetSignalsIn();
+    MakeTimer();
     const CrashFacts facts = Collect(signal, *info, context);
     if (reporter) end = reporter(facts);
   } else if (owner == self) {
@@ -239,17 +255,16 @@ bool RunStep(unsigned int seconds, void (*step)(void*), void* argument) noexcept
   ++theProgress;
   theStepHasNoLimit = seconds == 0;
   if (sigsetjmp(theWayOut, 1) != 0) {
-    ::alarm(0);
+    SetTimer(0);
     theStepHasNoLimit = false;
     ++theProgress;
     return false;
   }
-  // A limit of 0 is none, and an alarm of 0 stops the program's own.
   theDeadline = seconds == 0 ? INT64_MAX : Now() + seconds;
   theStepRuns = true;
-  ::alarm(seconds);
+  SetTimer(seconds);
   step(argument);
-  ::alarm(0);
+  SetTimer(0);
   theStepRuns = false;
   theStepHasNoLimit = false;
   ++theProgress;

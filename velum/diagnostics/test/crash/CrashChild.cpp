@@ -21,6 +21,7 @@
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -49,6 +50,13 @@ void (*volatile theNoFunction)() = nullptr;
   room[0] = static_cast<char>(depth);
   const int deeper = theZero == 0 ? Recurse(depth + 1) : 0;
   return deeper + room[0];
+}
+
+/// Overwrites its own frame and those of its callers, and returns to what is no address.
+[[gnu::noinline]] void SmashStack() {
+  volatile char room[16];
+  volatile char* volatile place = room;
+  for (int i = 0; i < 4096; ++i) place[i] = 'A';
 }
 
 struct CrashingText : std::exception {
@@ -131,6 +139,35 @@ void OverrunHeap() {
   theZero = std::malloc(2 * kLarge) != nullptr;
 }
 
+/// Crashes in a thread while this one waits in a call, which nothing is to end.
+void CrashBesideRead() {
+  int ends[2] = {};
+  char byte = 0;
+  if (::pipe(ends) != 0) std::_Exit(3);
+  std::thread([] { WriteNull(); }).detach();
+  if (::read(ends[0], &byte, 1) != 1) std::_Exit(4);
+}
+
+/// Crashes in a thread while another one takes the signals of the process, and a third sets the
+/// process's own alarm again and again.
+void CrashBesideSignalThread() {
+  sigset_t usual;
+  ::sigfillset(&usual);
+  for (const int crash : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGTRAP, SIGABRT}) {
+    ::sigdelset(&usual, crash);
+  }
+  ::pthread_sigmask(SIG_BLOCK, &usual, nullptr);
+  std::thread([] {
+    for (;;) {
+      const itimerval late{{0, 0}, {30, 0}};
+      ::setitimer(ITIMER_REAL, &late, nullptr);
+      ::usleep(100'000);
+    }
+  }).detach();
+  std::thread([] { WriteNull(); }).detach();
+  for (int taken = 0;;) ::sigwait(&usual, &taken);
+}
+
 void LeaveThreadBehind() {
   std::thread thread([] {
     for (;;) ::pause();
@@ -177,6 +214,9 @@ const std::map<std::string, void (*)()>& Ways() {
       {"heap-overrun", [] { OverrunHeap(); }},
       {"log-is-locked", [] { CrashWhileLogIsLocked(); }},
       {"log-callback", [] { CrashInCallback(); }},
+      {"beside-read", [] { CrashBesideRead(); }},
+      {"beside-signal-thread", [] { CrashBesideSignalThread(); }},
+      {"smashed-stack", [] { SmashStack(); }},
       {"many-threads", [] { CrashInManyThreads(); }},
   };
   return ways;
