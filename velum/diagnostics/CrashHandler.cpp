@@ -36,7 +36,8 @@ constexpr int kQuestionSeconds = 60;
 /// What the handler is told before. Never destroyed: a crash may come at any time.
 struct Settings {
   std::string title;
-  std::string path;  // The system's own.
+  std::string path;     // The system's own.
+  std::string newPath;  // Where the file is until it is whole.
   const Settings* before = nullptr;
 };
 constinit std::atomic<const Settings*> theSettings{nullptr};
@@ -46,6 +47,7 @@ constinit std::atomic<CrashAlert> theAlert{nullptr};
 
 /// The texts that a step works on, too large for the stack of a handler.
 constinit char theText[8 * 1024] = {};
+constinit char theShownLine[12 * 1024] = {};
 
 std::unique_ptr<Settings> MakeSettings(const GString& appName) {
   auto settings = std::make_unique<Settings>();
@@ -59,6 +61,7 @@ std::unique_ptr<Settings> MakeSettings(const GString& appName) {
   const std::string folder =
       program.empty() ? platform::TemporaryFolder() : program.substr(0, nameAt);
   settings->path = platform::NativePath((folder + name + ".dmp").c_str());
+  settings->newPath = settings->path + ".new";
   return settings;
 }
 
@@ -98,10 +101,14 @@ const char* Terminated(const SafeText& text) noexcept {
   return theText;
 }
 
-void Beep() noexcept {
-  if (platform::IsTerminal(platform::kStandardError)) {
-    platform::WriteSafely(platform::kStandardError, "\a");
-  }
+/// Shows an alert on the standard error, as one line in one piece.
+void ShowLine(const char* title, const char* shown) noexcept {
+  SafeText line(theShownLine, sizeof(theShownLine) - 1);
+  if (platform::IsTerminal(platform::kStandardError)) line.Put("\a");
+  line.PutPrintable(title).Put(": ").PutPrintable(shown);
+  const std::size_t size = line.View().size();
+  theShownLine[size] = '\n';
+  platform::WriteSafely(platform::kStandardError, {theShownLine, size + 1});
 }
 
 Answer AskAtTerminal(const char* title) noexcept {
@@ -126,12 +133,11 @@ void ShowAlert(const char* title, const SafeText& text) noexcept {
   RunReportStep(kStepSeconds, [&] { CrashLog().Line(text.View()); });
   const char* const shown = Terminated(text);
   RunReportStep(kStepSeconds, [&] {
-    if (const CrashAlert alert = theAlert) return alert(title, shown);
-    Beep();
-    platform::WriteSafely(platform::kStandardError, title);
-    platform::WriteSafely(platform::kStandardError, ": ");
-    platform::WriteSafely(platform::kStandardError, shown);
-    platform::WriteSafely(platform::kStandardError, "\n");
+    if (const CrashAlert alert = theAlert) {
+      alert(title, shown);
+    } else {
+      ShowLine(title, shown);
+    }
   });
 }
 
@@ -144,7 +150,7 @@ CrashEnd Report(const CrashFacts& facts) noexcept {
   int file = -1;
   int error = ETIMEDOUT;
   RunReportStep(kStepSeconds, [&] {
-    file = platform::OpenPrivateFile(settings.path.c_str());
+    file = platform::OpenPrivateFile(settings.newPath.c_str());
     error = errno;
   });
   SafeText text(theText, sizeof(theText) - 1);
@@ -154,7 +160,14 @@ CrashEnd Report(const CrashFacts& facts) noexcept {
     return CrashEnd::kBySignal;
   }
   error = detail::WriteCrashDump(file, title, facts);
-  if (!platform::CloseSafely(file) && error == 0) error = errno;
+  int lateError = ETIMEDOUT;
+  RunReportStep(kStepSeconds, [&] {
+    const bool isWhole = platform::CloseSafely(file) && error == 0 &&
+                         platform::MoveSafely(settings.newPath.c_str(), settings.path.c_str());
+    lateError = isWhole ? 0 : errno;
+    if (!isWhole) platform::RemoveSafely(settings.newPath.c_str());
+  });
+  if (error == 0) error = lateError;
   if (error != 0) {
     text.Put("Failed to save dump file to '").Put(settings.path).Put("' (error ").Decimal(error);
     ShowAlert(title, text.Put(")"));

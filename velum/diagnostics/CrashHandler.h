@@ -38,7 +38,8 @@ namespace vlm {
 ///    process ends by the signal, as it would without the handler. With nobody to ask, or without
 ///    an answer, the file is saved.
 /// 3. The file is the program's path with `appName` for its name and ".dmp" for its extension,
-///    readable for its owner alone; an old one is replaced. It is text: the crash, the registers,
+///    readable for its owner alone. It is written as ".dmp.new" and replaces an old one, or a link,
+///    once it is whole; what could not be written is removed. It is text: the crash, the registers,
 ///    the stack, the modules, the last 100 lines of the log. `tools/resolve-dump` turns addresses
 ///    into functions and lines.
 /// 4. An alert tells of the file, or why there is none: a line of type `LogAlert`, and on the

@@ -248,8 +248,34 @@ TEST(CrashHandler, DumpIsForItsOwnerAndFollowsNoLink) {
   ASSERT_EQ(::stat(run.Path("Child.dmp").c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777u, 0600u);
   const CrashRun linked("null-write", {"linked=1"});
-  EXPECT_THAT(linked.Said(), HasSubstr("(error " + std::to_string(ELOOP) + ")"));
+  EXPECT_THAT(linked.Dump(), HasSubstr("Last log lines"));
+  EXPECT_FALSE(std::filesystem::is_symlink(linked.Path("Child.dmp")));
   EXPECT_FALSE(std::filesystem::exists(linked.Path("a.log.victim")));
+}
+
+TEST(CrashHandler, WholeDumpAloneReplacesAnOldOne) {
+  const CrashRun whole("null-write", {"old=1"});
+  EXPECT_THAT(whole.Dump(), HasSubstr("Last log lines"));
+  struct stat status {};
+  ASSERT_EQ(::stat(whole.Path("Child.dmp").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777u, 0600u);
+  const CrashRun half("null-write", {"old=1", "room=1000"});
+  EXPECT_EQ(half.Dump(), "old");
+  EXPECT_FALSE(std::filesystem::exists(half.Path("Child.dmp.new")));
+}
+
+TEST(CrashHandler, ChildrenOfTheReportEndBySignalAndOthersReport) {
+  // The question's child crashes; it is the parent's report that goes on.
+  const CrashRun asked("null-write", {"question=fork"});
+  EXPECT_EQ(asked.ExitStatus(), kExit + SIGSEGV);
+  EXPECT_THAT(asked.Dump(), HasSubstr("SIGSEGV"));
+  EXPECT_THAT(asked.Said(), HasSubstr("child ended by signal"));
+  EXPECT_LT(asked.Time().count(), 10.0);
+  // A child that shares its parent's memory leaves it able to report.
+  const CrashRun shared("vfork");
+  EXPECT_EQ(shared.ExitStatus(), kExit + SIGABRT);
+  EXPECT_THAT(shared.Log(), HasSubstr("SIGSEGV"));
+  EXPECT_THAT(shared.Log(), HasSubstr("SIGABRT"));
 }
 
 TEST(CrashHandler, LogsByTheRulesOfTheLogger) {

@@ -30,8 +30,10 @@ constexpr int kStopSignals[] = {SIGINT, SIGTERM, SIGQUIT, SIGHUP};
 constexpr int kPatience = 300;
 
 constinit std::atomic<CrashReporter> theReporter{nullptr};
-/// The thread that reports; 0 before the first crash.
-constinit std::atomic<pid_t> theOwner{0};
+/// The thread that reports, and its process, which may be the one that this one was forked from; 0
+/// before the first crash.
+constinit std::atomic<std::uint64_t> theOwner{0};
+constexpr int kProcessShift = 32;
 
 /// Where a step that fails goes on; the owner's alone.
 sigjmp_buf theWayOut;
@@ -142,6 +144,26 @@ void EndBySignal(int signal, siginfo_t* info, void* context) noexcept {
   }
 }
 
+/// The calling thread as an owner.
+std::uint64_t Self() noexcept {
+  return static_cast<std::uint64_t>(::getpid()) << kProcessShift |
+         static_cast<std::uint32_t>(::gettid());
+}
+
+bool IsOf(pid_t process, std::uint64_t owner) noexcept {
+  return owner != 0 && static_cast<pid_t>(owner >> kProcessShift) == process;
+}
+
+/// Has the calling thread report unless another one of this process does; gives who does.
+std::uint64_t TakeReport() noexcept {
+  const std::uint64_t self = Self();
+  std::uint64_t owner = theOwner;
+  while (!IsOf(::getpid(), owner)) {
+    if (theOwner.compare_exchange_weak(owner, self)) return self;
+  }
+  return owner;
+}
+
 /// Leaves the step that the calling thread, which reports, is in; returns if it is in none.
 void LeaveStep() noexcept {
   if (theStepRuns.exchange(false)) ::siglongjmp(theWayOut, 1);
@@ -174,7 +196,7 @@ void SetTimer(unsigned int seconds) noexcept {
 extern "C" void velum_on_crash_alarm(int) {
   const int error = errno;
   // The program may have alarms of its own.
-  if (theOwner == ::gettid() && Now() >= theDeadline) LeaveStep();
+  if (theOwner == Self() && Now() >= theDeadline) LeaveStep();
   errno = error;
 }
 
@@ -216,15 +238,17 @@ void StayLoaded() noexcept {
 extern "C" void velum_on_crash(int signal, siginfo_t* info, void* context) {
   const int error = errno;
   const CrashReporter reporter = theReporter;
-  const pid_t self = ::gettid();
-  pid_t owner = 0;
   CrashEnd end = CrashEnd::kBySignal;
-  if (theOwner.compare_exchange_strong(owner, self)) {
+  const std::uint64_t before = theOwner;
+  if (IsOf(::getppid(), before)) {
+    // A child of a process that reports: the report is the parent's, and perhaps its memory, too.
+  } else if (const std::uint64_t owner = TakeReport(); owner != before && owner == Self()) {
+    theStepRuns = false;
     LetSignalsIn();
     MakeTimer();
     const CrashFacts facts = Collect(signal, *info, context);
     if (reporter) end = reporter(facts);
-  } else if (owner == self) {
+  } else if (owner == Self()) {
     LeaveStep();
   } else {
     WaitForTheEnd();

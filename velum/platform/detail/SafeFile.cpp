@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <ctime>
 
 namespace vlm::platform {
@@ -59,7 +60,9 @@ int FirstLetter(std::int64_t limitMs) noexcept {
 }  // namespace
 
 int OpenPrivateFile(const char* path) noexcept {
-  return OpenAtOnce(path, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+  // An old file would keep its permissions, and those who have it open.
+  ::unlink(path);
+  return OpenAtOnce(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, S_IRUSR | S_IWUSR);
 }
 
 int OpenToAppend(const char* path, bool keeps) noexcept {
@@ -95,6 +98,10 @@ bool WriteSafely(int file, std::string_view text) noexcept {
 }
 
 bool CloseSafely(int file) noexcept { return ::close(file) == 0; }
+
+bool MoveSafely(const char* from, const char* to) noexcept { return std::rename(from, to) == 0; }
+
+void RemoveSafely(const char* path) noexcept { ::unlink(path); }
 
 bool IsTerminal(int file) noexcept {
   termios settings{};

@@ -13,8 +13,8 @@
 
 namespace vlm::platform {
 
-/// Opens a file for writing that its owner alone may read, empty; an old one is emptied, and a link
-/// is not followed. -1 for failure.
+/// Makes a file for writing that its owner alone may read; an old one, or a link, is removed
+/// before. -1 for failure.
 [[nodiscard]] int OpenPrivateFile(const char* path) noexcept;
 
 /// Opens a file for appending, or makes one. Unless `keeps`, a regular file is replaced by a new
@@ -32,6 +32,12 @@ bool WriteSafely(int file, std::string_view text) noexcept;
 
 /// Closes a file; false if what was written is lost.
 bool CloseSafely(int file) noexcept;
+
+/// Gives a file another path; a file or link that is there is replaced. False for failure.
+[[nodiscard]] bool MoveSafely(const char* from, const char* to) noexcept;
+
+/// Removes a file.
+void RemoveSafely(const char* path) noexcept;
 
 /// The standard error.
 inline constexpr int kStandardError = 2;

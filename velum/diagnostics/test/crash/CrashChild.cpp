@@ -2,10 +2,11 @@
 //
 //   app=NAME       the name for SetCrashHandler; the program's own otherwise
 //   log=PATH       the file of g_Logger, with a line in it unless early=1
-//   question=A     yes, no, crash, abort: what the application's question does
+//   question=A     yes, no, crash, abort, fork: what the application's question does
 //   alert=A        tell, hang: what the application's alert does
 //   mask=N         the types that the log takes
 //   drop=1         may not write where it stands
+//   old=1          there is a dump that everybody may read
 //   linked=1       its dump would be a link to another file
 //   room=N         how many bytes a file may have
 
@@ -22,12 +23,14 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/time.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -216,6 +219,11 @@ const std::map<std::string, void (*)()>& Ways() {
       {"log-callback", [] { CrashInCallback(); }},
       {"beside-read", [] { CrashBesideRead(); }},
       {"beside-signal-thread", [] { CrashBesideSignalThread(); }},
+      {"vfork",
+       [] {
+         if (::vfork() == 0) ::_exit(WriteNull());
+         std::abort();
+       }},
       {"smashed-stack", [] { SmashStack(); }},
       {"many-threads", [] { CrashInManyThreads(); }},
   };
@@ -225,6 +233,15 @@ const std::map<std::string, void (*)()>& Ways() {
 bool AnswerYes(const char*, const char*) { return true; }
 bool AnswerNo(const char*, const char*) { return false; }
 bool AnswerCrash(const char*, const char*) { return WriteNull() != 0; }
+bool AnswerFork(const char*, const char*) {
+  const pid_t child = ::fork();
+  if (child == 0) std::abort();
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  constexpr char kTold[] = "child ended by signal\n";
+  if (WIFSIGNALED(status) && ::write(2, kTold, std::strlen(kTold)) < 0) std::_Exit(3);
+  return true;
+}
 bool AnswerAbort(const char*, const char*) { std::abort(); }
 
 void TellAlert(const char* title, const char* text) {
@@ -241,8 +258,11 @@ using Options = std::map<std::string, std::string>;
 void SetUp(Options options) {
   const rlimit noCore{0, 0};
   ::setrlimit(RLIMIT_CORE, &noCore);
-  const std::map<std::string, vlm::CrashQuestion> questions{
-      {"yes", AnswerYes}, {"no", AnswerNo}, {"crash", AnswerCrash}, {"abort", AnswerAbort}};
+  const std::map<std::string, vlm::CrashQuestion> questions{{"yes", AnswerYes},
+                                                            {"no", AnswerNo},
+                                                            {"crash", AnswerCrash},
+                                                            {"abort", AnswerAbort},
+                                                            {"fork", AnswerFork}};
   if (options.count("question")) vlm::SetCrashQuestion(questions.at(options["question"]));
   if (options.count("alert")) {
     vlm::SetCrashAlert(options["alert"] == "hang" ? HangAlert : TellAlert);
@@ -261,9 +281,13 @@ void SetUp(Options options) {
         ::geteuid() == 0 ? ::seteuid(65534) : ::chmod(folder.c_str(), S_IRUSR | S_IXUSR);
     if (failed) std::_Exit(3);
   }
+  const std::string dump = options["log"].substr(0, options["log"].rfind('/') + 1) + "Child.dmp";
+  if (options.count("old")) {
+    std::ofstream(dump) << "old";
+    if (::chmod(dump.c_str(), 0666) != 0) std::_Exit(3);
+  }
   if (options.count("linked")) {
     const std::string& log = options["log"];
-    const std::string dump = log.substr(0, log.rfind('/') + 1) + "Child.dmp";
     if (::symlink((log + ".victim").c_str(), dump.c_str()) != 0) std::_Exit(3);
   }
   if (options.count("room")) {
