@@ -48,7 +48,8 @@ namespace vlm {
 ///
 /// A crash in one of these steps ends that step, and so do 10 seconds in it, other than with the
 /// application's question; what is left to do is done. Threads that crash meanwhile wait for the
-/// end. Nothing is allocated and no lock is taken.
+/// end. Nothing is allocated and no lock is taken, but by what an exception that nobody caught does
+/// to tell its text: that is a step of its own, and without it the exception is known by its type.
 ///
 /// *Limits*: the stack overflow of a thread is reported if the thread is the one that calls this
 /// function, or has a `CrashStack`; in another thread it ends the process by SIGSEGV, without a

@@ -56,6 +56,9 @@ const std::vector<Way>& Ways() {
        "Attempt to read at address 0xffffffffffffffff\n"},
       {"stack-overflow", SIGSEGV, "c00000fd \\(Stack Overflow\\)", "SIGSEGV, SEGV_"},
       {"thread-stack-overflow", SIGSEGV, "c00000fd \\(Stack Overflow\\)", "SIGSEGV, SEGV_ACCERR"},
+      {"large-frame-overflow", SIGSEGV, "c00000fd \\(Stack Overflow\\)", "SIGSEGV, SEGV_"},
+      {"raised-stack-overflow", SIGSEGV, "c00000fd \\(Stack Overflow\\)", "SIGSEGV, SEGV_"},
+      {"own-stack", SIGSEGV, "c0000005 \\(Access Violation\\)", "SIGSEGV, SEGV_MAPERR"},
       {"thread-null-write", SIGSEGV, "c0000005 \\(Access Violation\\)", "SIGSEGV, SEGV_MAPERR"},
       {"kill", SIGSEGV, "c0000005 \\(Access Violation\\)",
        "SIGSEGV, SI_USER\\) from process [0-9]+"},
@@ -75,8 +78,9 @@ const std::vector<Way>& Ways() {
        "Uncaught exception = std::out_of_range: no row 12\n"},
       {"terminate", SIGABRT, "e06d7363 \\(Unknown\\)", "SIGABRT, SI_TKILL",
        "Uncaught exception = std::terminate was called without an exception\n"},
-      // What asks the exception crashes: that is the crash.
-      {"throw-crashing-text", SIGSEGV, "c0000005 \\(Access Violation\\)", "SIGSEGV, SEGV_MAPERR"},
+      // What asks the exception crashes: its type is known.
+      {"throw-crashing-text", SIGABRT, "e06d7363 \\(Unknown\\)", "SIGABRT, SI_TKILL",
+       "Uncaught exception = .*CrashingText\n"},
       {"log-callback", SIGSEGV, "c0000005 \\(Access Violation\\)", "SIGSEGV, SEGV_MAPERR"},
       {"log-is-locked", SIGSEGV, "c0000005 \\(Access Violation\\)", "SIGSEGV, SEGV_MAPERR"},
   };
@@ -185,10 +189,13 @@ TEST(CrashHandler, CrashInItsOwnCourseCostsThatStepAlone) {
 TEST(CrashHandler, AlertThatNeverReturnsIsLeft) {
   // All at once, since each waits for its ten seconds.
   std::vector<std::future<void>> rows;
-  for (const char* const way : {"null-write", "beside-read", "beside-signal-thread"}) {
+  for (const char* const way :
+       {"null-write", "beside-read", "beside-signal-thread", "throw-hanging-text"}) {
     rows.push_back(std::async(std::launch::async, [way] {
       const CrashRun run(way, {"alert=hang"});
-      EXPECT_EQ(run.ExitStatus(), kExit + SIGSEGV) << way;
+      const bool isThrown = way == std::string("throw-hanging-text");
+      EXPECT_EQ(run.ExitStatus(), kExit + (isThrown ? SIGABRT : SIGSEGV)) << way;
+      EXPECT_EQ(run.Dump().find("HangingText") != std::string::npos, isThrown);
       EXPECT_THAT(run.Dump(), HasSubstr("Last log lines")) << way;
       EXPECT_LT(run.Time().count(), 30.0) << way;
     }));

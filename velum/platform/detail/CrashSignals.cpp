@@ -10,10 +10,12 @@
 #include <signal.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/syscall.h>
 #include <ucontext.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstddef>
@@ -52,6 +54,7 @@ struct StackHead {
 
   std::uint64_t mark;
   std::uintptr_t lowest;  // Of the thread's usual stack.
+  rlim_t limit;           // Of the main thread's stack, when that was the lowest.
   stack_t before;
 };
 
@@ -68,26 +71,38 @@ std::uintptr_t LowestOfStack() noexcept {
   return failed ? 0 : reinterpret_cast<std::uintptr_t>(lowest);
 }
 
+/// How large the main thread's stack may become, which may change; any other's does not.
+rlim_t LimitOfStack() noexcept {
+  rlimit limit{};
+  const bool isMain = ::getpid() == ::gettid();
+  return isMain && ::getrlimit(RLIMIT_STACK, &limit) == 0 ? limit.rlim_cur : RLIM_INFINITY;
+}
+
 /// Whether a thread has used memory beyond the end of its stack. Known of threads that run their
 /// handler on a stack of ours; others could not have come here for that.
 bool IsStackOverflow(const ucontext_t& context, std::uintptr_t address) noexcept {
   constexpr std::uintptr_t kGuard = std::uintptr_t{1} << 20;
+  // So far behind the end a large frame may lie.
+  constexpr std::uintptr_t kFar = std::uintptr_t{256} << 20;
   constexpr std::uintptr_t kPage = 4096;
   const auto* const head = static_cast<const StackHead*>(context.uc_stack.ss_sp);
   if ((context.uc_stack.ss_flags & SS_DISABLE) || context.uc_stack.ss_size < sizeof(StackHead) ||
       !head || head->mark != StackHead::kMark || head->lowest == 0) {
     return false;
   }
-  const auto isAtEnd = [&](std::uintptr_t place, std::uintptr_t above) {
-    return place < head->lowest + above && place + kGuard >= head->lowest;
-  };
-  return isAtEnd(address, kPage) && isAtEnd(StackPointerOf(&context), 2 * kPage);
+  std::uintptr_t lowest = head->lowest;
+  const rlim_t limit = LimitOfStack();
+  if (head->limit != RLIM_INFINITY && limit != RLIM_INFINITY) lowest += head->limit - limit;
+  const std::uintptr_t top = StackPointerOf(&context);
+  const std::uintptr_t deepest = std::min(top, lowest);
+  return top < lowest + 2 * kPage && deepest + kFar >= lowest &&  //
+         address < lowest + kPage && address + kGuard >= deepest;
 }
 
-CrashFacts Collect(int signal, const siginfo_t& info, void* context) noexcept {
+/// Puts the facts together; what reads memory that is not ours comes last.
+void Collect(int signal, const siginfo_t& info, void* context, CrashFacts& facts) noexcept {
   constexpr std::uint32_t kNoncontinuable = 1;
   const SignalKind kind = KindOfSignal(signal, info.si_code);
-  CrashFacts facts;
   facts.signal = signal;
   facts.code = info.si_code;
   facts.signalName = kind.signalName;
@@ -109,7 +124,7 @@ CrashFacts Collect(int signal, const siginfo_t& info, void* context) noexcept {
     facts.uncaught = UncaughtException();
     if (facts.uncaught) record.ExceptionCode = kUncaughtException;
   }
-  if (wasSent || (signal != SIGSEGV && signal != SIGBUS)) return facts;
+  if (wasSent || (signal != SIGSEGV && signal != SIGBUS)) return;
   // The processor does not tell which address it was that can't be one at all.
   const std::uintptr_t address = info.si_code == SI_KERNEL
                                      ? ~std::uintptr_t{0}
@@ -120,7 +135,23 @@ CrashFacts Collect(int signal, const siginfo_t& info, void* context) noexcept {
   if (signal == SIGSEGV && IsStackOverflow(*static_cast<const ucontext_t*>(context), address)) {
     record.ExceptionCode = kStackOverflow;
   }
-  return facts;
+}
+
+/// Reports the crash in the calling thread, which owns the report.
+CrashEnd ReportHere(int signal, const siginfo_t& info, void* context) noexcept {
+  constexpr unsigned int kSeconds = 10;
+  CrashFacts facts;
+  auto collect = [&] { Collect(signal, info, context, facts); };
+  RunStep(
+      kSeconds, [](void* work) { (*static_cast<decltype(collect)*>(work))(); }, &collect);
+  // The exception is known by its type; code of its own tells more.
+  if (facts.uncaught) {
+    RunStep(
+        kSeconds, [](void*) { AskUncaughtException(); }, nullptr);
+    facts.uncaught = UncaughtException();
+  }
+  const CrashReporter reporter = theReporter;
+  return reporter ? reporter(facts) : CrashEnd::kBySignal;
 }
 
 void SetDefault(int signal) noexcept {
@@ -237,7 +268,6 @@ void StayLoaded() noexcept {
 
 extern "C" void velum_on_crash(int signal, siginfo_t* info, void* context) {
   const int error = errno;
-  const CrashReporter reporter = theReporter;
   CrashEnd end = CrashEnd::kBySignal;
   const std::uint64_t before = theOwner;
   if (IsOf(::getppid(), before)) {
@@ -246,8 +276,7 @@ extern "C" void velum_on_crash(int signal, siginfo_t* info, void* context) {
     theStepRuns = false;
     LetSignalsIn();
     MakeTimer();
-    const CrashFacts facts = Collect(signal, *info, context);
-    if (reporter) end = reporter(facts);
+    end = ReportHere(signal, *info, context);
   } else if (owner == Self()) {
     LeaveStep();
   } else {
@@ -302,7 +331,7 @@ void* GiveCrashStack() noexcept {
   if (memory == MAP_FAILED) return nullptr;
   ::mprotect(memory, page, PROT_NONE);
   auto* const head = reinterpret_cast<StackHead*>(static_cast<std::byte*>(memory) + page);
-  *head = {StackHead::kMark, LowestOfStack(), {}};
+  *head = {StackHead::kMark, LowestOfStack(), LimitOfStack(), {}};
   stack_t stack{};
   stack.ss_sp = head;
   stack.ss_size = kStackSize;

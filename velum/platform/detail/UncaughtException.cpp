@@ -17,46 +17,36 @@ constexpr char kNone[] = "std::terminate was called without an exception";
 /// The texts of threads that terminate at once: one that finds no room aborts without.
 struct Note {
   std::atomic<pid_t> thread{0};
-  std::atomic<bool> isWhole{false};
-  char text[2048] = {};
+  std::atomic<const char*> text{nullptr};
+  char rooms[2][2048] = {};  // One is shown while the other one is written.
 };
 constinit Note theNotes[4];
 constinit std::atomic<TellException> theTeller{nullptr};
 
-/// Starts a text anew: the type, and what the exception says of itself.
+/// Writes another text: the type, and what the exception says of itself.
 void Write(Note& note, std::string_view type, TellException tell) {
-  note.isWhole = false;
-  SafeText out(note.text, sizeof(note.text) - 1);
+  auto& room = note.rooms[note.text == note.rooms[0] ? 1 : 0];
+  SafeText out(room, sizeof(room) - 1);
   out.PutPrintable(type);
   if (tell) tell(out.Put(": "));
-  note.text[out.View().size()] = '\0';
-  note.isWhole = true;
+  room[out.View().size()] = '\0';
+  note.text = room;
 }
 
-/// Describes the exception in steps, each of which leaves a text: the later ones call code that
-/// may crash.
-void Describe(Note& note) {
-  const std::type_info* const type = abi::__cxa_current_exception_type();
-  if (!type) return Write(note, kNone, nullptr);
-  Write(note, type->name(), nullptr);
-  int failed = 0;
-  const std::unique_ptr<char, decltype(&std::free)> readable(
-      abi::__cxa_demangle(type->name(), nullptr, nullptr, &failed), &std::free);
-  const char* const name = failed || !readable ? type->name() : readable.get();
-  Write(note, name, nullptr);
-  Write(note, name, theTeller);
+Note* NoteOf(pid_t thread) noexcept {
+  for (Note& note : theNotes) {
+    if (note.thread == thread) return &note;
+  }
+  return nullptr;
 }
 
 [[noreturn]] void OnTerminate() noexcept {
-  const pid_t self = ::gettid();
   for (Note& note : theNotes) {
     pid_t nobody = 0;
-    if (note.thread.compare_exchange_strong(nobody, self)) {
-      Describe(note);
-      break;
-    }
-    // It came here before: what tells of the exception has failed.
-    if (nobody == self) break;
+    if (!note.thread.compare_exchange_strong(nobody, ::gettid())) continue;
+    const std::type_info* const type = abi::__cxa_current_exception_type();
+    Write(note, type ? type->name() : kNone, nullptr);
+    break;
   }
   std::abort();
 }
@@ -69,11 +59,20 @@ void KeepUncaughtExceptions(TellException tell) noexcept {
 }
 
 const char* UncaughtException() noexcept {
-  const pid_t self = ::gettid();
-  for (const Note& note : theNotes) {
-    if (note.thread == self && note.isWhole) return note.text;
-  }
-  return nullptr;
+  const Note* const note = NoteOf(::gettid());
+  return note ? note->text.load() : nullptr;
+}
+
+void AskUncaughtException() {
+  Note* const note = NoteOf(::gettid());
+  const std::type_info* const type = abi::__cxa_current_exception_type();
+  if (!note || !type) return;
+  int failed = 0;
+  const std::unique_ptr<char, decltype(&std::free)> readable(
+      abi::__cxa_demangle(type->name(), nullptr, nullptr, &failed), &std::free);
+  const char* const name = failed || !readable ? type->name() : readable.get();
+  Write(*note, name, nullptr);
+  Write(*note, name, theTeller);
 }
 
 }  // namespace vlm::platform

@@ -4,7 +4,8 @@
 /// What `std::terminate` was called for, kept for the handler of the signal that follows.
 ///
 ///     vlm::platform::KeepUncaughtExceptions(&TellWhat);
-///     const char* text = vlm::platform::UncaughtException();  // in the handler of SIGABRT
+///     vlm::platform::AskUncaughtException();  // in the handler of SIGABRT, in a step
+///     const char* text = vlm::platform::UncaughtException();
 
 #include <velum/platform/detail/SafeText.h>
 
@@ -13,12 +14,16 @@ namespace vlm::platform {
 /// Appends what an exception says that is being handled; `throw;` throws it again.
 using TellException = void (*)(SafeText& out);
 
-/// Has `std::terminate` keep the type and the text of the exception that nobody caught before it
-/// aborts.
+/// Has `std::terminate` keep the type of the exception that nobody caught before it aborts.
 void KeepUncaughtExceptions(TellException tell) noexcept;
 
-/// What brought the calling thread to terminate, such as "std::runtime_error: no wells"; null if
-/// nothing did. Safe in the handler of a signal.
+/// Adds to the text the type in readable form, then what the exception says of itself. Asks for
+/// memory and calls the exception's own code, which may crash or never return: what was known
+/// before is kept then.
+void AskUncaughtException();
+
+/// What brought the calling thread to terminate, such as "std::runtime_error: no wells", or the
+/// type's name in the form of the compiler; null if nothing did. Safe in the handler of a signal.
 [[nodiscard]] const char* UncaughtException() noexcept;
 
 }  // namespace vlm::platform

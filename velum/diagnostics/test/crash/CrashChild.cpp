@@ -66,6 +66,40 @@ struct CrashingText : std::exception {
   const char* what() const noexcept override { return WriteNull() ? "" : "never"; }
 };
 
+struct HangingText : std::exception {
+  const char* what() const noexcept override {
+    for (;;) ::pause();
+  }
+};
+
+/// Calls itself with frames larger than any guard.
+[[gnu::noinline]] int RecurseWide(int depth) {
+  volatile char room[3 << 20];
+  room[sizeof(room) / 2] = static_cast<char>(depth);
+  const int deeper = theZero == 0 ? RecurseWide(depth + 1) : 0;
+  return deeper + room[0];
+}
+
+/// Overflows a stack that was made larger later.
+void OverflowRaisedStack() {
+  rlimit limit{};
+  ::getrlimit(RLIMIT_STACK, &limit);
+  limit.rlim_cur += rlim_t{8} << 20;
+  ::setrlimit(RLIMIT_STACK, &limit);
+  theZero = Recurse(0);
+}
+
+/// Crashes with an alternate stack of the program's own, whose lowest page can't be read.
+void CrashOnOwnStack() {
+  stack_t own{};
+  own.ss_size = 1 << 17;
+  own.ss_sp =
+      ::mmap(nullptr, own.ss_size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (::mprotect(own.ss_sp, 4096, PROT_NONE) != 0 || ::sigaltstack(&own, nullptr) != 0)
+    std::_Exit(3);
+  WriteNull();
+}
+
 void Throw() { throw std::out_of_range("no row 12"); }
 void (*volatile theThrower)() = &Throw;
 void ThrowThroughNoexcept() noexcept { theThrower(); }
@@ -196,6 +230,10 @@ const std::map<std::string, void (*)()>& Ways() {
       {"throw", [] { throw std::runtime_error("no wells\nat all"); }},
       {"throw-velum", [] { vlm::ThrowErrorImpl("Child", 1, vlm::ERR_FIND, "Colors.ini"); }},
       {"throw-number", [] { throw 7; }},
+      {"large-frame-overflow", [] { theZero = RecurseWide(0); }},
+      {"raised-stack-overflow", [] { OverflowRaisedStack(); }},
+      {"own-stack", [] { CrashOnOwnStack(); }},
+      {"throw-hanging-text", [] { throw HangingText(); }},
       {"throw-crashing-text", [] { throw CrashingText(); }},
       {"throw-through-noexcept", [] { ThrowThroughNoexcept(); }},
       {"terminate", [] { LeaveThreadBehind(); }},
