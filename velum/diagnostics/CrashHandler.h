@@ -67,8 +67,10 @@ using CrashQuestion = bool (*)(const char* title, const char* text);
 /// the terminal.
 ///
 /// It runs in the handler of a signal: the thread that crashed may hold any lock, that of memory
-/// among them, and the other threads run on. What is safe there: to start a program that asks, to
-/// write to a pipe whose other end asks, or to answer from what is known.
+/// among them, and the other threads run on. It has some 200 KiB of stack; most signals are
+/// blocked, also in a program that it starts, unless that lets them in. What is safe there: to
+/// start a program that asks, to write to a pipe whose other end asks, or to answer from what is
+/// known.
 VELUM_API CrashQuestion SetCrashQuestion(CrashQuestion question) noexcept;
 
 /// Tells the user something. The texts are terminated UTF-8.

@@ -177,11 +177,15 @@ TEST(CrashHandler, CrashInItsOwnCourseCostsThatStepAlone) {
     const char* question;
   };
   for (const Row& row : {Row{"null-write", "crash"}, Row{"abort", "crash"},
-                         Row{"null-write", "abort"}, Row{"stack-overflow", "crash"}}) {
+                         Row{"null-write", "abort"}, Row{"stack-overflow", "crash"},
+                         // The report goes on from frames that the overflow must not have touched.
+                         Row{"null-write", "overflow"}, Row{"thread-null-write", "overflow"},
+                         Row{"thread-stack-overflow", "overflow"}}) {
     SCOPED_TRACE(row.way);
     const CrashRun run(row.way, {std::string("question=") + row.question});
     EXPECT_GE(run.ExitStatus(), kExit);
     EXPECT_THAT(run.Dump(), HasSubstr("Last log lines"));
+    EXPECT_THAT(run.Dump(), HasSubstr(run.Path("child")));
     EXPECT_THAT(run.Log(), HasSubstr("Saved dump file"));
   }
 }

@@ -21,6 +21,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
+#include <limits>
 
 namespace vlm::platform {
 namespace {
@@ -59,6 +60,14 @@ struct StackHead {
 };
 
 constexpr std::size_t kStackSize = std::size_t{256} * 1024;
+
+/// Frees the thread from its alternate stack for the time of a handler, so that the handler can set
+/// another one. Of the system's headers, which can't be included beside the C library's.
+constexpr int kDisarms = std::numeric_limits<int>::min();
+
+/// For what goes wrong in the report, which would else begin again at the top of the stack that the
+/// report runs on.
+alignas(16) constinit std::byte theSecondStack[std::size_t{64} * 1024];
 
 /// The lowest address of the calling thread's usual stack; 0 if it is not known. Allocates.
 std::uintptr_t LowestOfStack() noexcept {
@@ -257,6 +266,15 @@ void LetSignalsIn() noexcept {
   ::pthread_sigmask(SIG_UNBLOCK, &in, nullptr);
 }
 
+/// Sets the second stack until the handler returns; refused where the program gave the thread a
+/// stack of its own.
+void UseSecondStack() noexcept {
+  stack_t stack{};
+  stack.ss_sp = theSecondStack;
+  stack.ss_size = sizeof(theSecondStack);
+  ::sigaltstack(&stack, nullptr);
+}
+
 /// Keeps the module of this code from being unloaded: the system would call what is gone.
 void StayLoaded() noexcept {
   Dl_info info{};
@@ -274,6 +292,7 @@ extern "C" void velum_on_crash(int signal, siginfo_t* info, void* context) {
     // A child of a process that reports: the report is the parent's, and perhaps its memory, too.
   } else if (const std::uint64_t owner = TakeReport(); owner != before && owner == Self()) {
     theStepRuns = false;
+    UseSecondStack();
     LetSignalsIn();
     MakeTimer();
     end = ReportHere(signal, *info, context);
@@ -335,7 +354,11 @@ void* GiveCrashStack() noexcept {
   stack_t stack{};
   stack.ss_sp = head;
   stack.ss_size = kStackSize;
-  if (::sigaltstack(&stack, &head->before) == 0) return head;
+  // An old system does not know the flag.
+  for (const int flags : {kDisarms, 0}) {
+    stack.ss_flags = flags;
+    if (::sigaltstack(&stack, &head->before) == 0) return head;
+  }
   ::munmap(memory, kStackSize + page);
   return nullptr;
 }

@@ -2,7 +2,7 @@
 //
 //   app=NAME       the name for SetCrashHandler; the program's own otherwise
 //   log=PATH       the file of g_Logger, with a line in it unless early=1
-//   question=A     yes, no, crash, abort, fork: what the application's question does
+//   question=A     yes, no, crash, abort, fork, overflow: what the application's question does
 //   alert=A        tell, hang: what the application's alert does
 //   mask=N         the types that the log takes
 //   drop=1         may not write where it stands
@@ -271,6 +271,7 @@ const std::map<std::string, void (*)()>& Ways() {
 bool AnswerYes(const char*, const char*) { return true; }
 bool AnswerNo(const char*, const char*) { return false; }
 bool AnswerCrash(const char*, const char*) { return WriteNull() != 0; }
+bool AnswerOverflow(const char*, const char*) { return Recurse(0) != 0; }
 bool AnswerFork(const char*, const char*) {
   const pid_t child = ::fork();
   if (child == 0) std::abort();
@@ -296,11 +297,10 @@ using Options = std::map<std::string, std::string>;
 void SetUp(Options options) {
   const rlimit noCore{0, 0};
   ::setrlimit(RLIMIT_CORE, &noCore);
-  const std::map<std::string, vlm::CrashQuestion> questions{{"yes", AnswerYes},
-                                                            {"no", AnswerNo},
-                                                            {"crash", AnswerCrash},
-                                                            {"abort", AnswerAbort},
-                                                            {"fork", AnswerFork}};
+  const std::map<std::string, vlm::CrashQuestion> questions{
+      {"yes", AnswerYes},           {"no", AnswerNo},
+      {"crash", AnswerCrash},       {"abort", AnswerAbort},
+      {"overflow", AnswerOverflow}, {"fork", AnswerFork}};
   if (options.count("question")) vlm::SetCrashQuestion(questions.at(options["question"]));
   if (options.count("alert")) {
     vlm::SetCrashAlert(options["alert"] == "hang" ? HangAlert : TellAlert);
