@@ -42,6 +42,7 @@ def main():
         ("another build", dump_of(good, [here[:2] + ("00" * 20, program)]), [], 0, r"#0   child \+ 0x1\n", "it has changed since"),
         ("a module that is gone", dump_of(good, [here[:3] + ("/no/such/child",)]), [], 0, r"#0   child \+ 0x1\n",
          "no lines for /no/such/child: it is not there"),
+        ("replaced while the program ran", dump_of(good, [here[:3] + (program + " (deleted)",)]), [], 0, line, "^$"),
         ("found elsewhere", dump_of(good, [here[:3] + ("/no/such/" + pathlib.Path(program).name,)]),
          ["--debug", str(pathlib.Path(program).parent)], 0, line, "^$"),
         ("a module that is no ELF file", dump_of(good, [here[:3] + ("/etc/passwd",)]), [], 0, "#0", "it is no 64-bit ELF file"),

@@ -65,6 +65,20 @@ std::unique_ptr<Settings> MakeSettings(const GString& appName) {
   return settings;
 }
 
+/// The stack of a thread that sets the handler. The main thread's stays until the process ends.
+class ThreadStack {
+ public:
+  ThreadStack() noexcept : block_(platform::GiveCrashStack()) {}
+  ThreadStack(const ThreadStack&) = delete;
+  ThreadStack& operator=(const ThreadStack&) = delete;
+  ~ThreadStack() {
+    if (!platform::IsMainThread()) platform::TakeCrashStack(block_);
+  }
+
+ private:
+  void* block_;
+};
+
 /// What is told of an exception that nobody caught, ours included.
 void TellUncaught(SafeText& out) {
   try {
@@ -184,8 +198,7 @@ void SetCrashHandler(const GString& appName) {
   const std::lock_guard lock(theInstaller);
   settings->before = theSettings;
   theSettings = settings.release();
-  static thread_local const void* const stack = platform::GiveCrashStack();
-  static_cast<void>(stack);
+  static thread_local const ThreadStack stack;
   platform::Backtrace::Prepare();
   platform::KeepUncaughtExceptions(&TellUncaught);
   platform::InstallCrashSignals(&Report);

@@ -53,7 +53,10 @@ namespace vlm {
 ///
 /// *Limits*: the stack overflow of a thread is reported if the thread is the one that calls this
 /// function, or has a `CrashStack`; in another thread it ends the process by SIGSEGV, without a
-/// report. A handler that the application sets for one of these signals later replaces this one.
+/// report. Handlers of these signals that were set before, and the terminate handler, are not
+/// called any more; those that the application sets later replace these: a terminate handler loses
+/// the exception's type and text, if it aborts. At the terminal, a thread that reads there may get
+/// the answer instead; the file is saved then.
 ///
 /// Any thread may call it at any time.
 ///

@@ -318,6 +318,11 @@ TEST(CrashHandler, AsksForNoMemoryWhoseLockIsHeld) {
   EXPECT_THAT(run.Dump(), HasSubstr("Last log lines"));
 }
 
+TEST(CrashHandler, ThreadThatSetsItGivesItsStackBackAtItsEnd) {
+  const CrashRun run("set-in-threads");
+  EXPECT_EQ(run.ExitStatus(), 0);
+}
+
 TEST(CrashStack, GivesBackWhatTheThreadHadBefore) {
   stack_t before{};
   ASSERT_EQ(::sigaltstack(nullptr, &before), 0);

@@ -83,8 +83,7 @@ std::uintptr_t LowestOfStack() noexcept {
 /// How large the main thread's stack may become, which may change; any other's does not.
 rlim_t LimitOfStack() noexcept {
   rlimit limit{};
-  const bool isMain = ::getpid() == ::gettid();
-  return isMain && ::getrlimit(RLIMIT_STACK, &limit) == 0 ? limit.rlim_cur : RLIM_INFINITY;
+  return IsMainThread() && ::getrlimit(RLIMIT_STACK, &limit) == 0 ? limit.rlim_cur : RLIM_INFINITY;
 }
 
 /// Whether a thread has used memory beyond the end of its stack. Known of threads that run their
@@ -342,6 +341,8 @@ bool RunStep(unsigned int seconds, void (*step)(void*), void* argument) noexcept
   ++theProgress;
   return true;
 }
+
+bool IsMainThread() noexcept { return ::getpid() == ::gettid(); }
 
 void* GiveCrashStack() noexcept {
   const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));

@@ -48,6 +48,8 @@ void InstallCrashSignals(CrashReporter reporter) noexcept;
 /// other one.
 bool RunStep(unsigned int seconds, void (*step)(void*), void* argument) noexcept;
 
+/// True in the thread that runs `main`.
+[[nodiscard]] bool IsMainThread() noexcept;
 /// Gives the calling thread a stack for the handler; null if the system has no memory for it.
 [[nodiscard]] void* GiveCrashStack() noexcept;
 /// Takes away what `GiveCrashStack` gave the calling thread, and brings back what it had before.

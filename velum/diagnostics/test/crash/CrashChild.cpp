@@ -100,6 +100,23 @@ void CrashOnOwnStack() {
   WriteNull();
 }
 
+long PagesOfAddressSpace() {
+  long pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  return pages;
+}
+
+/// Sets the handler in many threads; fails if much of what they had stays.
+void SetInThreads() {
+  constexpr int kThreads = 200;
+  constexpr long kPagesOfStack = 64;
+  const auto run = [] { std::thread([] { vlm::SetCrashHandler("Child"); }).join(); };
+  run();
+  const long before = PagesOfAddressSpace();
+  for (int i = 0; i < kThreads; ++i) run();
+  if (PagesOfAddressSpace() - before > kThreads / 2 * kPagesOfStack) std::_Exit(4);
+}
+
 void Throw() { throw std::out_of_range("no row 12"); }
 void (*volatile theThrower)() = &Throw;
 void ThrowThroughNoexcept() noexcept { theThrower(); }
@@ -257,6 +274,7 @@ const std::map<std::string, void (*)()>& Ways() {
       {"log-callback", [] { CrashInCallback(); }},
       {"beside-read", [] { CrashBesideRead(); }},
       {"beside-signal-thread", [] { CrashBesideSignalThread(); }},
+      {"set-in-threads", [] { SetInThreads(); }},
       {"vfork",
        [] {
          if (::vfork() == 0) ::_exit(WriteNull());
