@@ -39,15 +39,19 @@ std::string SignalName(int signal) {
   return name ? std::string("SIG") + name : "signal " + std::to_string(signal);
 }
 
-std::string DescribeEnd(int status) {
+std::string DescribeEnd(int status, int expected) {
   constexpr int kSignalStatus = 128;
-  if (WIFSIGNALED(status)) return "ended by " + SignalName(WTERMSIG(status));
-  const int code = WEXITSTATUS(status);
-  if (code <= kSignalStatus) {
+  const int code = WIFSIGNALED(status) ? 0 : WEXITSTATUS(status);
+  if (!WIFSIGNALED(status) && code <= kSignalStatus) {
     throw std::runtime_error("the child did not crash; its status is " + std::to_string(code));
   }
-  return "ended with the status " + std::to_string(code) + ", 128 + " +
-         SignalName(code - kSignalStatus);
+  const int signal = WIFSIGNALED(status) ? WTERMSIG(status) : code - kSignalStatus;
+  if (signal != expected) {
+    throw std::runtime_error("the child crashed by " + SignalName(signal) + " instead of " +
+                             SignalName(expected));
+  }
+  if (WIFSIGNALED(status)) return "ended by " + SignalName(signal);
+  return "ended with the status " + std::to_string(code) + ", 128 + " + SignalName(signal);
 }
 
 int RunChildProcess(const std::string& program, const Way& way, const std::string& logPath) {
@@ -93,7 +97,7 @@ Trial RunTrial(const Way& way) {
   trial.logPath = stem.string() + ".log";
   trial.dumpPath = stem.string() + ".dmp";
   fs::remove(trial.dumpPath);
-  trial.end = DescribeEnd(RunChildProcess(program.string(), way, trial.logPath));
+  trial.end = DescribeEnd(RunChildProcess(program.string(), way, trial.logPath), way.signal);
   trial.log = ReadIfThere(trial.logPath);
   trial.dump = ReadIfThere(trial.dumpPath);
   if (!trial.dump.empty()) trial.resolved = Resolve(trial.dumpPath);

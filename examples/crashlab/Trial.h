@@ -25,8 +25,8 @@ struct Trial {
 /// Starts this program once more as a child that crashes, waits for it, and has its dump resolved.
 /// At a terminal the child asks there whether to save its file.
 ///
-/// *Errors*: `std::runtime_error` if no child can be started, it does not crash, or the dump can't
-/// be resolved.
+/// *Errors*: `std::runtime_error` if no child can be started, it does not crash in this way, or
+/// the dump can't be resolved.
 [[nodiscard]] Trial RunTrial(const Way& way);
 
 }  // namespace vlm::crashlab

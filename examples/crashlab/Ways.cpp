@@ -6,6 +6,7 @@
 #include <velum/diagnostics/CrashHandler.h>
 #include <velum/diagnostics/Logger.h>
 
+#include <signal.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -86,18 +87,19 @@ volatile int theCount = 0;
 }
 
 constexpr Way kWays[] = {
-    {"null-write", "writes through a null pointer", WriteNull},
-    {"null-call", "calls a function through a null pointer", CallNull},
-    {"stack-overflow", "calls itself until the stack is full", OverflowStack},
-    {"thread-overflow", "the same in a thread, which has a CrashStack", OverflowStackOfThread},
-    {"abort", "calls abort", Abort},
-    {"exception", "throws an exception that nobody catches", Throw},
-    {"division", "divides an integer by zero", Divide},
-    {"thread", "writes through a null pointer in another thread", WriteNullInThread},
-    {"bus", "reads memory whose file is gone", ReadCutFile},
-    {"illegal", "runs an instruction that the processor refuses", RunIllegalInstruction},
+    {"null-write", "writes through a null pointer", WriteNull, SIGSEGV},
+    {"null-call", "calls a function through a null pointer", CallNull, SIGSEGV},
+    {"stack-overflow", "calls itself until the stack is full", OverflowStack, SIGSEGV},
+    {"thread-overflow", "the same in a thread, which has a CrashStack", OverflowStackOfThread,
+     SIGSEGV},
+    {"abort", "calls abort", Abort, SIGABRT},
+    {"exception", "throws an exception that nobody catches", Throw, SIGABRT},
+    {"division", "divides an integer by zero", Divide, SIGFPE},
+    {"thread", "writes through a null pointer in another thread", WriteNullInThread, SIGSEGV},
+    {"bus", "reads memory whose file is gone", ReadCutFile, SIGBUS},
+    {"illegal", "runs an instruction that the processor refuses", RunIllegalInstruction, SIGILL},
     {"log-locked", "writes through null while another thread holds the log's lock",
-     CrashBesideLockedLog},
+     CrashBesideLockedLog, SIGSEGV},
 };
 
 }  // namespace

@@ -15,6 +15,7 @@ struct Way {
   const char* name;   ///< as the command line has it
   const char* about;  ///< what is done
   void (*crash)();    ///< does it, and returns only if the machine lets it pass
+  int signal;         ///< what comes of it
 };
 
 /// All of them.
