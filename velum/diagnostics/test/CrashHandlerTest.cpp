@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <future>
 #include <string>
 #include <vector>
 
@@ -181,6 +180,8 @@ TEST(CrashHandler, CrashInItsOwnCourseCostsThatStepAlone) {
                          // The report goes on from frames that the overflow must not have touched.
                          Row{"null-write", "overflow"}, Row{"thread-null-write", "overflow"},
                          Row{"thread-stack-overflow", "overflow"}}) {
+    // Gives every thread a stack for handlers, which the library then has to leave.
+    if (kHasAddressSanitizer && row.way == std::string("thread-null-write")) continue;
     SCOPED_TRACE(row.way);
     const CrashRun run(row.way, {std::string("question=") + row.question});
     EXPECT_GE(run.ExitStatus(), kExit);
@@ -190,21 +191,23 @@ TEST(CrashHandler, CrashInItsOwnCourseCostsThatStepAlone) {
   }
 }
 
-TEST(CrashHandler, AlertThatNeverReturnsIsLeft) {
-  // All at once, since each waits for its ten seconds.
-  std::vector<std::future<void>> rows;
-  for (const char* const way :
-       {"null-write", "beside-read", "beside-signal-thread", "throw-hanging-text"}) {
-    rows.push_back(std::async(std::launch::async, [way] {
-      const CrashRun run(way, {"alert=hang"});
-      const bool isThrown = way == std::string("throw-hanging-text");
-      EXPECT_EQ(run.ExitStatus(), kExit + (isThrown ? SIGABRT : SIGSEGV)) << way;
-      EXPECT_EQ(run.Dump().find("HangingText") != std::string::npos, isThrown);
-      EXPECT_THAT(run.Dump(), HasSubstr("Last log lines")) << way;
-      EXPECT_LT(run.Time().count(), 30.0) << way;
-    }));
+TEST(CrashHandler, StepThatNeverReturnsIsLeft) {
+  struct Row {
+    const char* way;
+    std::vector<std::string> options;
+    int signal;
+    const char* told;
+  };
+  for (const Row& row : {Row{"beside-read", {"alert=hang"}, SIGSEGV, "SIGSEGV"},
+                         Row{"beside-signal-thread", {"alert=hang"}, SIGSEGV, "SIGSEGV"},
+                         Row{"throw-hanging-text", {}, SIGABRT, "HangingText\n"}}) {
+    SCOPED_TRACE(row.way);
+    const CrashRun run(row.way, row.options);
+    EXPECT_EQ(run.ExitStatus(), kExit + row.signal);
+    EXPECT_THAT(run.Dump(), HasSubstr(row.told));
+    EXPECT_THAT(run.Dump(), HasSubstr("Last log lines"));
+    EXPECT_LT(run.Time().count(), 30.0);
   }
-  for (const std::future<void>& row : rows) row.wait();
 }
 
 TEST(CrashHandler, ManyThreadsThatCrashAtOnceLeaveOneReport) {

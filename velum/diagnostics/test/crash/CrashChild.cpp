@@ -57,9 +57,9 @@ void (*volatile theNoFunction)() = nullptr;
 
 /// Overwrites its own frame and those of its callers, and returns to what is no address.
 [[gnu::noinline]] void SmashStack() {
-  volatile char room[16];
-  volatile char* volatile place = room;
-  for (int i = 0; i < 4096; ++i) place[i] = 'A';
+  void* (*volatile fill)(void*, int, std::size_t) = &std::memset;
+  char room[16];
+  fill(room, 'A', 256);
 }
 
 struct CrashingText : std::exception {
