@@ -40,12 +40,21 @@ Note* NoteOf(pid_t thread) noexcept {
   return nullptr;
 }
 
+/// Writes the type as people spell it. Memory is asked for, which the handler of a signal must not.
+void WriteReadable(Note& note, const char* type) noexcept {
+  int failed = 0;
+  const std::unique_ptr<char, decltype(&std::free)> readable(
+      abi::__cxa_demangle(type, nullptr, nullptr, &failed), &std::free);
+  if (readable) Write(note, readable.get(), nullptr);
+}
+
 [[noreturn]] void OnTerminate() noexcept {
   for (Note& note : theNotes) {
     pid_t nobody = 0;
     if (!note.thread.compare_exchange_strong(nobody, ::gettid())) continue;
     const std::type_info* const type = abi::__cxa_current_exception_type();
     Write(note, type ? type->name() : kNone, nullptr);
+    if (type) WriteReadable(note, type->name());
     break;
   }
   std::abort();
@@ -65,14 +74,7 @@ const char* UncaughtException() noexcept {
 
 void AskUncaughtException() {
   Note* const note = NoteOf(::gettid());
-  const std::type_info* const type = abi::__cxa_current_exception_type();
-  if (!note || !type) return;
-  int failed = 0;
-  const std::unique_ptr<char, decltype(&std::free)> readable(
-      abi::__cxa_demangle(type->name(), nullptr, nullptr, &failed), &std::free);
-  const char* const name = failed || !readable ? type->name() : readable.get();
-  Write(*note, name, nullptr);
-  Write(*note, name, theTeller);
+  if (note && abi::__cxa_current_exception_type()) Write(*note, note->text.load(), theTeller);
 }
 
 }  // namespace vlm::platform

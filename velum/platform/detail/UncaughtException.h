@@ -17,9 +17,8 @@ using TellException = void (*)(SafeText& out);
 /// Has `std::terminate` keep the type of the exception that nobody caught before it aborts.
 void KeepUncaughtExceptions(TellException tell) noexcept;
 
-/// Adds to the text the type in readable form, then what the exception says of itself. Asks for
-/// memory and calls the exception's own code, which may crash or never return: what was known
-/// before is kept then.
+/// Adds to the text what the exception says of itself. This calls the exception's own code, which
+/// may crash or never return: what was known before is kept then.
 void AskUncaughtException();
 
 /// What brought the calling thread to terminate, such as "std::runtime_error: no wells", or the
