@@ -69,7 +69,8 @@ bool ProfileLines::Next(ProfileLine& line) {
   } else {
     if (Is(end, '\r') && end + 2 * width_ > buffer_.size()) Fill();
     const bool isPair = Is(end, '\r') && Is(end + width_, '\n');
-    line.text = TextOf(at_, end);
+    // What follows a part that was dropped is no part of the text.
+    line.text = TextOf(at_, dropped == 0 ? end : at_ + most);
     line.ending = isPair ? "\r\n" : Is(end, '\r') ? "\r" : "\n";
     at_ = end + line.ending.size() * width_;
     line.textEnd = base_ + end + dropped;
