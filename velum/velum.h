@@ -54,6 +54,9 @@
 #include <velum/core/UniqueNameGenerator.h>
 #include <velum/core/WideText.h>
 #include <velum/dates/AxisIntervals.h>
+#include <velum/dates/DateFormats.h>
+#include <velum/dates/DateText.h>
+#include <velum/dates/DateTime.h>
 #include <velum/dates/Forward.h>
 #include <velum/dates/NumberFormatSpec.h>
 #include <velum/dates/Real10.h>

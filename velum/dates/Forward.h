@@ -8,6 +8,8 @@
 
 namespace vlm {
 
+class KQDateTime;
 class NumberFormatSpec;
+struct KQDateTextOptions;
 
 }  // namespace vlm

@@ -1,0 +1,228 @@
+#include <velum/dates/DateTime.h>
+
+#include <velum/dates/DateText.h>
+#include <velum/dates/detail/Calendar.h>
+#include <velum/dates/detail/Moment.h>
+#include <velum/dates/detail/MonthNames.h>
+#include <velum/dates/detail/TextOut.h>
+#include <velum/platform/Types.h>
+
+#include <cmath>
+
+namespace vlm {
+namespace {
+
+using detail::Moment;
+using detail::RaiseMisuse;
+
+// The two limits again: what stands in the class is loaded from memory.
+constexpr double kMin = detail::kFirstDay;
+constexpr double kMax = detail::kLastDay;
+
+void Fill(const Moment& moment, KQDateTime::_COMPONENTS& components) noexcept {
+  const detail::CivilDate civil = detail::CivilOfDay(moment.day);
+  components.Year = static_cast<std::uint16_t>(civil.year);
+  components.Month = static_cast<std::uint16_t>(civil.month);
+  components.Day = static_cast<std::uint16_t>(civil.day);
+  components.DayOfWeek = static_cast<std::uint16_t>(detail::WeekdayOfDay(moment.day));
+  components.Hour = static_cast<std::uint16_t>(moment.second / 3600);
+  components.Minute = static_cast<std::uint16_t>(moment.second / 60 % 60);
+  components.Second = static_cast<std::uint16_t>(moment.second % 60);
+  components.Fraction = moment.fraction;
+}
+
+// Gives false for parts that are no date; misuse is told as coming from `line`.
+bool DateOf(const KQDateTime::_COMPONENTS& components, int line, double& date) {
+  if (components.Fraction < 0.0) RaiseMisuse(line);
+  const SYSTEMTIME time{components.Year,   components.Month,  0, components.Day, components.Hour,
+                        components.Minute, components.Second, 0};
+  return components.Fraction < 1.0 && detail::SystemTimeToVariantTime(time, date);
+}
+
+void PutName(std::string_view name, char* buffer, int size) {
+  if (buffer == nullptr) RaiseMisuse(__LINE__);
+  detail::CopyText(name.data(), name.data() + name.size(), buffer, size);
+}
+
+}  // namespace
+
+constinit const double KQDateTime::Min_DTVal = kMin;
+constinit const double KQDateTime::Max_DTVal = kMax;
+
+void KQDateTime::_COMPONENTS::RoundToNearestSecond() {
+  double date;
+  Moment moment{detail::kLastDay, 0, 0.0};
+  if (DateOf(*this, __LINE__, date)) {
+    moment = {detail::DayOfCivil(Year, Month, Day), (Hour * 60 + Minute) * 60 + Second, Fraction};
+  }
+  Fill(Rounded(moment), *this);
+}
+
+KQDateTime::KQDateTime(double date) noexcept { SetValidDateTime(date); }
+KQDateTime::KQDateTime(const _COMPONENTS& components) { SetDateTime(components); }
+KQDateTime::KQDateTime(const char* text) { SetDateTime(text); }
+KQDateTime::KQDateTime(const KQDateTime& other) { Copy(other); }
+
+KQDateTime& KQDateTime::operator=(const KQDateTime& other) {
+  Copy(other);
+  return *this;
+}
+
+double KQDateTime::GetDateTime() const {
+  RequireDate(__LINE__);
+  return m_dt;
+}
+
+double KQDateTime::GetNumericDateTime() const {
+  RequireDate(__LINE__);
+  return KQDoubleFromDate(m_dt);
+}
+
+void KQDateTime::GetDateTime(_COMPONENTS& components) const {
+  RequireDate(__LINE__);
+  ComponentsFromDate(m_dt, components);
+}
+
+DTSTATUS KQDateTime::SetDateTime(double date) noexcept { return SetValidDateTime(date); }
+
+DTSTATUS KQDateTime::SetDateTime(const _COMPONENTS& components) {
+  double date;
+  const DTSTATUS made = DateFromComponents(components, &date);
+  const DTSTATUS stored = SetValidDateTime(made == DT_VALID ? date : kMax);
+  return made == DT_VALID ? stored : made;
+}
+
+DTSTATUS KQDateTime::SetDateTime(const char* text) {
+  double date = 0.0;
+  const bool isRead = KQParseDateTimeStr(text, &date, nullptr, nullptr);
+  const DTSTATUS stored = SetValidDateTime(isRead ? date : kMax);
+  return isRead ? stored : DT_INVALID;
+}
+
+DTSTATUS KQDateTime::SetNumericDateTime(double value) noexcept {
+  return SetValidDateTime(KQDateFromDouble(value));
+}
+
+DTSTATUS KQDateTime::AddTime(double days, double hours, double minutes, double seconds) {
+  RequireDate(__LINE__);
+  const double span = days + hours / 24.0 + minutes / 1440.0 + seconds / 86400.0;
+  return Move(KQDoubleFromDate(m_dt) + span);
+}
+
+DTSTATUS KQDateTime::SubtractTime(double days, double hours, double minutes, double seconds) {
+  RequireDate(__LINE__);
+  const double span = days + hours / 24.0 + minutes / 1440.0 + seconds / 86400.0;
+  return Move(KQDoubleFromDate(m_dt) - span);
+}
+
+bool KQDateTime::operator==(const KQDateTime& other) const {
+  RequireDate(__LINE__);
+  other.RequireDate(__LINE__);
+  return m_dt == other.m_dt;
+}
+
+bool KQDateTime::operator<(const KQDateTime& other) const {
+  return GetNumericDateTime() < other.GetNumericDateTime();
+}
+
+bool KQDateTime::operator!=(const KQDateTime& other) const { return !(*this == other); }
+bool KQDateTime::operator<=(const KQDateTime& other) const { return !(other < *this); }
+bool KQDateTime::operator>(const KQDateTime& other) const { return other < *this; }
+bool KQDateTime::operator>=(const KQDateTime& other) const { return !(*this < other); }
+
+bool KQDateTime::IsValidDateTime(double date) const noexcept {
+  return date >= kMin && date <= kMax;
+}
+
+bool KQDateTime::IsValidStatus(int status) const noexcept {
+  return status >= DT_VALID && status <= DT_NULL;
+}
+
+bool KQDateTime::IsValid() const noexcept {
+  if (!IsValidStatus(m_status)) return false;
+  return m_status != DT_VALID || IsValidDateTime(m_dt);
+}
+
+DTSTATUS KQDateTime::SetValidDateTime(double date) noexcept {
+  m_status = DT_VALID;
+  if (IsValidDateTime(date)) {
+    m_dt = date;
+    return DT_VALID;
+  }
+  m_dt = date < kMin ? kMin : kMax;
+  return DT_INVALID;
+}
+
+void KQDateTime::ComponentsFromDate(double date, _COMPONENTS& components) const {
+  Moment moment;
+  if (!MomentOfDate(date, moment)) RaiseMisuse(__LINE__);
+  Fill(moment, components);
+}
+
+DTSTATUS KQDateTime::DateFromComponents(const _COMPONENTS& components, double* date) const {
+  if (date == nullptr) RaiseMisuse(__LINE__);
+  *date = 0.0;
+  if (!DateOf(components, __LINE__, *date)) return DT_INVALID;
+  if (components.Fraction == 0.0) return DT_VALID;
+  KQDateTime sum(*date);
+  const DTSTATUS status = sum.AddTime(0.0, 0.0, 0.0, components.Fraction);
+  *date = sum.m_dt;
+  return status;
+}
+
+void KQDateTime::Copy(const KQDateTime& other) {
+  if (other.m_status == DT_INVALID) RaiseMisuse(__LINE__);
+  m_dt = other.m_dt;
+  m_status = other.m_status;
+}
+
+void KQDateTime::RequireDate(int line) const {
+  if (m_status != DT_VALID) RaiseMisuse(line);
+}
+
+DTSTATUS KQDateTime::Move(double numeric) noexcept {
+  return SetValidDateTime(KQDateFromDouble(numeric));
+}
+
+double KQDoubleFromDate(double date) noexcept {
+  if (date >= 0.0) return date;
+  const double day = std::ceil(date);
+  return date == day ? date : day - (date - day);
+}
+
+double KQDateFromDouble(double value) noexcept {
+  if (value >= 0.0) return value;
+  const double day = std::floor(value);
+  if (value == day) return value;
+  const double date = day + (day - value);
+  // A moment so near to the next midnight that its fraction is rounded up to a day is that
+  // midnight: the number would be the day before.
+  return std::trunc(date) == day ? date : day + 1.0;
+}
+
+double KQTimeSpanInDays(double date1, double date2) noexcept {
+  return std::abs(KQDoubleFromDate(date1) - KQDoubleFromDate(date2));
+}
+
+void KQDateFromXLNumber(double serial, double* date) {
+  if (date == nullptr) RaiseMisuse(__LINE__);
+  *date = serial >= 0.0 && serial < 60.0 ? serial + 1.0 : serial;
+}
+
+bool KQXLNumberFromDate(double date, double* serial) {
+  if (serial == nullptr) RaiseMisuse(__LINE__);
+  *serial = date >= 1.0 && date < 61.0 ? date - 1.0 : date;
+  return date >= 1.0;
+}
+
+void KQMapMonthToName(unsigned int month, char* buffer, int size) {
+  if (month - 1 > 11) RaiseMisuse(__LINE__);
+  PutName(detail::MonthName(month), buffer, size);
+}
+
+void KQMapMonthToShortName(unsigned int month, char* buffer, int size) {
+  if (month - 1 > 11) RaiseMisuse(__LINE__);
+  PutName(detail::MonthName(month).substr(0, 3), buffer, size);
+}
+
+}  // namespace vlm

@@ -1,0 +1,90 @@
+#pragma once
+
+/// \file
+/// The Gregorian calendar over day numbers, and the two conversions of a platform that dates stand
+/// on.
+///
+///     detail::CivilDate date = detail::CivilOfDay(40537);   // 25 December 2010
+///     int day = detail::DayOfCivil(2010, 12, 25);           // 40537
+///
+/// Day 0 is 30 December 1899. The arithmetic is that of C. Neri and L. Schneider, "Euclidean affine
+/// functions and their application to calendar algorithms", Software: Practice and Experience 53
+/// (2023): multiplications in place of divisions, and years that begin in March.
+
+#include <velum/platform/Types.h>
+
+#include <cstdint>
+
+namespace vlm::detail {
+
+inline constexpr int kFirstDay = -657434;  ///< 1 January 100
+inline constexpr int kLastDay = 2958465;   ///< 31 December 9999
+inline constexpr int kSecondsOfDay = 86400;
+
+/// A day of the calendar. A plain value.
+struct CivilDate {
+  unsigned int year;
+  unsigned int month;  ///< from 1
+  unsigned int day;    ///< from 1
+};
+
+/// From 1 March of the year 0 to day 0.
+inline constexpr int kDaysBeforeDay0 = 693899;
+
+/// The date of a day, which lies from kFirstDay to kLastDay.
+[[nodiscard]] constexpr CivilDate CivilOfDay(int day) noexcept {
+  const auto sinceMarch0 = static_cast<std::uint32_t>(day + kDaysBeforeDay0);
+  const std::uint32_t quarters = 4 * sinceMarch0 + 3;
+  const std::uint32_t century = quarters / 146097;
+  const std::uint32_t ofCentury = quarters % 146097 / 4;
+  // 2939745 / 2^32 is 1 / 1461, closely enough.
+  const std::uint64_t scaled = std::uint64_t{2939745} * (4 * ofCentury + 3);
+  const auto yearOfCentury = static_cast<std::uint32_t>(scaled >> 32);
+  const std::uint32_t ofYear = static_cast<std::uint32_t>(scaled) / 2939745 / 4;
+  const std::uint32_t monthAndDay = 2141 * ofYear + 197913;
+  const std::uint32_t isNextYear = ofYear >= 306 ? 1 : 0;
+  return {100 * century + yearOfCentury + isNextYear, (monthAndDay >> 16) - 12 * isNextYear,
+          (monthAndDay & 0xFFFF) / 2141 + 1};
+}
+
+/// The day of a date, whose year is at least 1.
+[[nodiscard]] constexpr int DayOfCivil(unsigned int year, unsigned int month,
+                                       unsigned int day) noexcept {
+  const std::uint32_t isEarly = month <= 2 ? 1 : 0;
+  const std::uint32_t y = year - isEarly;
+  const std::uint32_t m = month + 12 * isEarly;
+  const std::uint32_t century = y / 100;
+  const std::uint32_t daysOfYears = 1461 * y / 4 - century + century / 4;
+  return static_cast<int>(daysOfYears + (979 * m - 2919) / 32 + day - 1) - kDaysBeforeDay0;
+}
+
+/// True for a date of the years 100 to 9999 that the calendar has.
+[[nodiscard]] constexpr bool IsCivil(unsigned int year, unsigned int month,
+                                     unsigned int day) noexcept {
+  if (year - 100 > 9899 || month - 1 > 11) return false;
+  const bool isLeap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+  // From August on it is the even months that are long.
+  const unsigned int days = month == 2 ? (isLeap ? 29 : 28) : 30 + ((month ^ month >> 3) & 1);
+  return day - 1 < days;
+}
+
+/// The day of the week, from 0, Sunday, of a day from kFirstDay on.
+[[nodiscard]] constexpr unsigned int WeekdayOfDay(int day) noexcept {
+  return static_cast<unsigned int>(day + kDaysBeforeDay0 + 3) % 7;
+}
+
+/// The stored number of a day and a count of seconds from 0 to below 86400.
+///
+/// A time so near to midnight that the number can't tell it from that is the next day.
+[[nodiscard]] double StoredNumber(int day, double seconds) noexcept;
+
+/// Takes a stored number apart, rounded to the nearest second; false, with `time` unchanged, for
+/// NaN and for what is no day from 1 January 100 to 31 December 9999.
+bool VariantTimeToSystemTime(double date, SYSTEMTIME& time) noexcept;
+
+/// Gives the stored number of a date and time, of which milliseconds and day of the week do not
+/// count; false, with `date` unchanged, if the calendar or the clock has no such, or the year is
+/// not from 100 to 9999.
+bool SystemTimeToVariantTime(const SYSTEMTIME& time, double& date) noexcept;
+
+}  // namespace vlm::detail
