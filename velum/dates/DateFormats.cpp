@@ -16,7 +16,6 @@ namespace {
 
 using detail::Moment;
 using detail::RaiseMisuse;
-using detail::TextOut;
 
 constexpr std::array<std::string_view, 17> kDateFormats = {
     "",          "m/d",        "m/d/yy",      "mm/dd/yy",     "d-mmm",     "d-mmm-yy",
@@ -71,44 +70,47 @@ bool KQValidTimeFmtType(int timeFmt) noexcept {
 void KQDateTime::GetDateStr(int dateFmt, char* buffer, int size) const {
   RequireDate(__LINE__);
   if (buffer == nullptr || !KQValidDateFmtType(dateFmt)) RaiseMisuse(__LINE__);
-  TextOut out;
-  detail::WriteDate(dateFmt, MomentOf(m_dt, __LINE__).day, out);
-  detail::CopyText(out.begin(), out.end(), buffer, size);
+  char text[detail::kLongestText];
+  const char* end = detail::WriteDate(text, dateFmt, MomentOf(m_dt, __LINE__).day);
+  detail::CopyText(text, end, buffer, size);
 }
 
 void KQDateTime::GetTimeStr(int timeFmt, char* buffer, int size) const {
   RequireDate(__LINE__);
   if (buffer == nullptr || !KQValidTimeFmtType(timeFmt)) RaiseMisuse(__LINE__);
-  TextOut out;
-  detail::WriteTime(timeFmt, m_dt, MomentOf(m_dt, __LINE__), out);
-  detail::CopyText(out.begin(), out.end(), buffer, size);
+  char text[detail::kLongestText];
+  const char* end = detail::WriteTime(text, timeFmt, m_dt, MomentOf(m_dt, __LINE__));
+  detail::CopyText(text, end, buffer, size);
 }
 
 void KQDateTime::GetDateTimeStr(int dateFmt, int timeFmt, char* buffer, int size) const {
   RequireDate(__LINE__);
   if (buffer == nullptr || !KQValidTimeFmtType(timeFmt)) RaiseMisuse(__LINE__);
   const Moment moment = MomentOf(m_dt, __LINE__);
-  TextOut out;
+  char text[detail::kLongestText];
+  char* end = text;
   if (m_dt <= -1.0 || m_dt >= 1.0) {
     if (!KQValidDateFmtType(dateFmt)) RaiseMisuse(__LINE__);
     const bool both = dateFmt != DATE_NONE && timeFmt != TIME_NONE;
     const bool rounds = both && !ShowsFractions(timeFmt);
-    detail::WriteDate(dateFmt, rounds ? Rounded(moment).day : moment.day, out);
-    if (both) out.Put(' ');
+    end = detail::WriteDate(end, dateFmt, rounds ? Rounded(moment).day : moment.day);
+    if (both) end = detail::Put(end, ' ');
   }
-  detail::WriteTime(timeFmt, m_dt, moment, out);
-  detail::CopyText(out.begin(), out.end(), buffer, size);
+  end = detail::WriteTime(end, timeFmt, m_dt, moment);
+  detail::CopyText(text, end, buffer, size);
 }
 
 void KQMapFmtTypesToExcelFmtStr(int dateFmt, int timeFmt, char* buffer, int size) {
   if (buffer == nullptr || !KQValidDateFmtType(dateFmt) || !KQValidTimeFmtType(timeFmt)) {
     RaiseMisuse(__LINE__);
   }
-  TextOut out;
-  out.Put(kDateFormats[static_cast<std::size_t>(dateFmt)]);
-  if (dateFmt != KQDateTime::DATE_NONE && timeFmt != KQDateTime::TIME_NONE) out.Put(' ');
-  out.Put(kTimeFormats[static_cast<std::size_t>(timeFmt)]);
-  detail::CopyText(out.begin(), out.end(), buffer, size);
+  char text[detail::kLongestText];
+  char* end = detail::Put(text, kDateFormats[static_cast<std::size_t>(dateFmt)]);
+  if (dateFmt != KQDateTime::DATE_NONE && timeFmt != KQDateTime::TIME_NONE) {
+    end = detail::Put(end, ' ');
+  }
+  end = detail::Put(end, kTimeFormats[static_cast<std::size_t>(timeFmt)]);
+  detail::CopyText(text, end, buffer, size);
 }
 
 void KQMapExcelFmtStrToFmtTypes(const char* text, KQDateTime::DATE_FORMAT_TYPE* dateFmt,

@@ -2,6 +2,7 @@
 
 #include <velum/dates/detail/DateReader.h>
 #include <velum/dates/detail/Moment.h>
+#include <velum/dates/detail/PlainDate.h>
 #include <velum/dates/detail/TextShape.h>
 
 #include <atomic>
@@ -43,8 +44,8 @@ bool Parse(const char* text, double* date, KQDateTime::DATE_FORMAT_TYPE* dateFmt
   if (*text == '\0') return false;
   double read = 0.0;
   detail::TextForm form{};
-  bool isDate = detail::ReadDateText(text, options, read);
-  if (isDate) {
+  bool isDate = detail::ReadPlainDate(text, options, read, form);
+  if (!isDate && detail::ReadDateText(text, options, read)) {
     form = detail::FormOfText(text);
     isDate = form.date != KQDateTime::DATE_NONE || form.time != KQDateTime::TIME_NONE;
   }

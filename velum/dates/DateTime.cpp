@@ -31,12 +31,34 @@ void Fill(const Moment& moment, KQDateTime::_COMPONENTS& components) noexcept {
   components.Fraction = moment.fraction;
 }
 
+double Limited(double date) noexcept {
+  if (date < kMin) return kMin;
+  return date <= kMax ? date : kMax;
+}
+
 // Gives false for parts that are no date; misuse is told as coming from `line`.
 bool DateOf(const KQDateTime::_COMPONENTS& components, int line, double& date) {
   if (components.Fraction < 0.0) RaiseMisuse(line);
   const SYSTEMTIME time{components.Year,   components.Month,  0, components.Day, components.Hour,
                         components.Minute, components.Second, 0};
   return components.Fraction < 1.0 && detail::SystemTimeToVariantTime(time, date);
+}
+
+// The fraction of a second is added to what a KQDateTime holds of the date.
+DTSTATUS AddFraction(double& date, double fraction) {
+  if (fraction == 0.0) return DT_VALID;
+  const double exact = KQDateFromDouble(detail::NumericForm(Limited(date)) + fraction / 86400.0);
+  date = Limited(exact);
+  return date == exact ? DT_VALID : DT_INVALID;
+}
+
+// The latest date for parts that are none.
+DTSTATUS LimitedDateOf(const KQDateTime::_COMPONENTS& components, double& limited) {
+  double date = kMax;
+  const bool isDate = DateOf(components, __LINE__, date);
+  const DTSTATUS added = isDate ? AddFraction(date, components.Fraction) : DT_INVALID;
+  limited = Limited(date);
+  return limited == date ? added : DT_INVALID;
 }
 
 void PutName(std::string_view name, char* buffer, int size) {
@@ -58,8 +80,10 @@ void KQDateTime::_COMPONENTS::RoundToNearestSecond() {
   Fill(Rounded(moment), *this);
 }
 
-KQDateTime::KQDateTime(double date) noexcept { SetValidDateTime(date); }
-KQDateTime::KQDateTime(const _COMPONENTS& components) { SetDateTime(components); }
+KQDateTime::KQDateTime(double date) noexcept : m_dt(Limited(date)), m_status(DT_VALID) {}
+KQDateTime::KQDateTime(const _COMPONENTS& components) : m_status(DT_VALID) {
+  LimitedDateOf(components, m_dt);
+}
 KQDateTime::KQDateTime(const char* text) { SetDateTime(text); }
 KQDateTime::KQDateTime(const KQDateTime& other) { Copy(other); }
 
@@ -80,16 +104,21 @@ double KQDateTime::GetNumericDateTime() const {
 
 void KQDateTime::GetDateTime(_COMPONENTS& components) const {
   RequireDate(__LINE__);
-  ComponentsFromDate(m_dt, components);
+  Moment moment;
+  if (!MomentOfDate(m_dt, moment)) RaiseMisuse(__LINE__);
+  Fill(moment, components);
 }
 
-DTSTATUS KQDateTime::SetDateTime(double date) noexcept { return SetValidDateTime(date); }
+DTSTATUS KQDateTime::SetDateTime(double date) noexcept {
+  m_status = DT_VALID;
+  m_dt = Limited(date);
+  return m_dt == date ? DT_VALID : DT_INVALID;
+}
 
 DTSTATUS KQDateTime::SetDateTime(const _COMPONENTS& components) {
-  double date;
-  const DTSTATUS made = DateFromComponents(components, &date);
-  const DTSTATUS stored = SetValidDateTime(made == DT_VALID ? date : kMax);
-  return made == DT_VALID ? stored : made;
+  const DTSTATUS made = LimitedDateOf(components, m_dt);
+  m_status = DT_VALID;
+  return made;
 }
 
 DTSTATUS KQDateTime::SetDateTime(const char* text) {
@@ -143,15 +172,7 @@ bool KQDateTime::IsValid() const noexcept {
   return m_status != DT_VALID || IsValidDateTime(m_dt);
 }
 
-DTSTATUS KQDateTime::SetValidDateTime(double date) noexcept {
-  m_status = DT_VALID;
-  if (IsValidDateTime(date)) {
-    m_dt = date;
-    return DT_VALID;
-  }
-  m_dt = date < kMin ? kMin : kMax;
-  return DT_INVALID;
-}
+DTSTATUS KQDateTime::SetValidDateTime(double date) noexcept { return SetDateTime(date); }
 
 void KQDateTime::ComponentsFromDate(double date, _COMPONENTS& components) const {
   Moment moment;
@@ -163,11 +184,7 @@ DTSTATUS KQDateTime::DateFromComponents(const _COMPONENTS& components, double* d
   if (date == nullptr) RaiseMisuse(__LINE__);
   *date = 0.0;
   if (!DateOf(components, __LINE__, *date)) return DT_INVALID;
-  if (components.Fraction == 0.0) return DT_VALID;
-  KQDateTime sum(*date);
-  const DTSTATUS status = sum.AddTime(0.0, 0.0, 0.0, components.Fraction);
-  *date = sum.m_dt;
-  return status;
+  return AddFraction(*date, components.Fraction);
 }
 
 void KQDateTime::Copy(const KQDateTime& other) {
@@ -184,11 +201,7 @@ DTSTATUS KQDateTime::Move(double numeric) noexcept {
   return SetValidDateTime(KQDateFromDouble(numeric));
 }
 
-double KQDoubleFromDate(double date) noexcept {
-  if (date >= 0.0) return date;
-  const double day = std::ceil(date);
-  return date == day ? date : day - (date - day);
-}
+double KQDoubleFromDate(double date) noexcept { return detail::NumericForm(date); }
 
 double KQDateFromDouble(double value) noexcept {
   if (value >= 0.0) return value;

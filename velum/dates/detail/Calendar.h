@@ -13,6 +13,7 @@
 
 #include <velum/platform/Types.h>
 
+#include <cmath>
 #include <cstdint>
 
 namespace vlm::detail {
@@ -62,7 +63,9 @@ inline constexpr int kDaysBeforeDay0 = 693899;
 [[nodiscard]] constexpr bool IsCivil(unsigned int year, unsigned int month,
                                      unsigned int day) noexcept {
   if (year - 100 > 9899 || month - 1 > 11) return false;
-  const bool isLeap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+  if (day - 1 < 28) return true;
+  // A year that 25 divides is a leap year if 16 does, another if 4 does.
+  const bool isLeap = (year & (year % 25 == 0 ? 15 : 3)) == 0;
   // From August on it is the even months that are long.
   const unsigned int days = month == 2 ? (isLeap ? 29 : 28) : 30 + ((month ^ month >> 3) & 1);
   return day - 1 < days;
@@ -76,7 +79,14 @@ inline constexpr int kDaysBeforeDay0 = 693899;
 /// The stored number of a day and a count of seconds from 0 to below 86400.
 ///
 /// A time so near to midnight that the number can't tell it from that is the next day.
-[[nodiscard]] double StoredNumber(int day, double seconds) noexcept;
+[[nodiscard]] inline double StoredNumber(int day, double seconds) noexcept {
+  const double fraction = seconds / kSecondsOfDay;
+  if (day >= 0) return day + fraction;
+  const double stored = day - fraction;
+  // Below zero the fraction counts away from the next day, so rounding would take it to the day
+  // before.
+  return std::trunc(stored) == day ? stored : day + 1;
+}
 
 /// Takes a stored number apart, rounded to the nearest second; false, with `time` unchanged, for
 /// NaN and for what is no day from 1 January 100 to 31 December 9999.
@@ -85,6 +95,14 @@ bool VariantTimeToSystemTime(double date, SYSTEMTIME& time) noexcept;
 /// Gives the stored number of a date and time, of which milliseconds and day of the week do not
 /// count; false, with `date` unchanged, if the calendar or the clock has no such, or the year is
 /// not from 100 to 9999.
-bool SystemTimeToVariantTime(const SYSTEMTIME& time, double& date) noexcept;
+inline bool SystemTimeToVariantTime(const SYSTEMTIME& time, double& date) noexcept {
+  if (!IsCivil(time.wYear, time.wMonth, time.wDay) || time.wHour > 23 || time.wMinute > 59 ||
+      time.wSecond > 59) {
+    return false;
+  }
+  const int second = (time.wHour * 60 + time.wMinute) * 60 + time.wSecond;
+  date = StoredNumber(DayOfCivil(time.wYear, time.wMonth, time.wDay), second);
+  return true;
+}
 
 }  // namespace vlm::detail

@@ -3,11 +3,11 @@
 #include <velum/dates/detail/Calendar.h>
 #include <velum/dates/detail/Characters.h>
 #include <velum/dates/detail/MonthNames.h>
+#include <velum/dates/detail/NumberMeaning.h>
 #include <velum/platform/detail/LocalTime.h>
 
 #include <cstddef>
 #include <string_view>
-#include <utility>
 
 namespace vlm::detail {
 namespace {
@@ -221,9 +221,7 @@ class Reader {
   }
 
   [[nodiscard]] unsigned int YearOf(const Number& number) const {
-    if (!number.IsShort()) return number.value;
-    const auto start = static_cast<unsigned int>(options_.windowStart);
-    return start + (number.value + 100 - start % 100) % 100;
+    return number.IsShort() ? YearInWindow(options_, number.value) : number.value;
   }
 
   [[nodiscard]] unsigned int PresentYear() const {
@@ -273,11 +271,10 @@ class Reader {
 
   void SetInOrder(unsigned int first, unsigned int second, unsigned int year,
                   DateParts& parts) const {
-    const bool isMonthFirst = options_.order == KQDateTextOptions::MonthDayYear;
     parts.year = year;
-    parts.month = isMonthFirst ? first : second;
-    parts.day = isMonthFirst ? second : first;
-    if (options_.eitherOrder && parts.month > 12) std::swap(parts.month, parts.day);
+    parts.month = first;
+    parts.day = second;
+    PutInOrder(options_, parts.month, parts.day);
   }
 
   bool TakeDateFromNumber(const Number& first, DateParts& parts) {

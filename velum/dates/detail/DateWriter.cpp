@@ -3,155 +3,122 @@
 #include <velum/dates/DateTime.h>
 #include <velum/dates/detail/Calendar.h>
 #include <velum/dates/detail/MonthNames.h>
+#include <velum/dates/detail/TextOut.h>
 
 #include <cstdio>
 
 namespace vlm::detail {
 namespace {
 
-unsigned int HourOf(const Moment& moment) {
-  return static_cast<unsigned int>(moment.second) / 3600;
-}
-unsigned int MinuteOf(const Moment& moment) {
-  return static_cast<unsigned int>(moment.second) / 60 % 60;
-}
-unsigned int SecondOf(const Moment& moment) {
-  return static_cast<unsigned int>(moment.second) % 60;
+struct Clock {
+  unsigned int hour;
+  unsigned int minute;
+  unsigned int second;
+};
+
+Clock ClockOf(const Moment& moment) {
+  const auto second = static_cast<unsigned int>(moment.second);
+  return {second / 3600, second / 60 % 60, second % 60};
 }
 
-// "/3", ":04" and the like, once the first field stands.
-void TwoMore(char separator, unsigned int number, TextOut& out) {
-  out.Put(separator);
-  out.TwoDigits(number);
+// ":04" and the like, behind a first field.
+char* ThenTwo(char* out, char separator, unsigned int number) {
+  return PutTwo(Put(out, separator), number);
 }
 
-void More(char separator, unsigned int number, TextOut& out) {
-  out.Put(separator);
-  out.Number(number);
+char* ThenShort(char* out, char separator, unsigned int number) {
+  return PutShort(Put(out, separator), number);
 }
 
-void MinutesAndSeconds(const Moment& rounded, TextOut& out) {
-  TwoMore(':', MinuteOf(rounded), out);
-  TwoMore(':', SecondOf(rounded), out);
+char* ThenNumber(char* out, char separator, unsigned int number) {
+  return PutNumber(Put(out, separator), number);
 }
 
-void HalfDay(const Moment& rounded, bool withSeconds, TextOut& out) {
-  const unsigned int hour = HourOf(rounded);
-  out.Number(hour % 12 == 0 ? 12 : hour % 12);
-  TwoMore(':', MinuteOf(rounded), out);
-  if (withSeconds) TwoMore(':', SecondOf(rounded), out);
-  out.Put(hour < 12 ? " AM" : " PM");
+char* MinutesAndSeconds(char* out, const Clock& clock) {
+  return ThenTwo(ThenTwo(out, ':', clock.minute), ':', clock.second);
 }
 
-void Elapsed(double date, TextOut& out) {
+char* HalfDay(char* out, const Clock& clock, bool withSeconds) {
+  out = PutShort(out, clock.hour % 12 == 0 ? 12 : clock.hour % 12);
+  out = withSeconds ? MinutesAndSeconds(out, clock) : ThenTwo(out, ':', clock.minute);
+  return Put(out, clock.hour < 12 ? " AM" : " PM");
+}
+
+char* Elapsed(char* out, double date) {
   Moment moment;
   // From 1 to 61 the number is a spreadsheet's serial number and one.
-  if (!MomentOfDate(date >= 1.0 && date < 61.0 ? date - 1.0 : date, moment)) return;
+  if (!MomentOfDate(date >= 1.0 && date < 61.0 ? date - 1.0 : date, moment)) return out;
   moment = Rounded(moment);
-  if (moment.day < 0) out.Put('-');
-  const int days = moment.day < 0 ? -moment.day : moment.day;
-  out.Number(static_cast<unsigned int>(days) * 24 + HourOf(moment));
-  MinutesAndSeconds(moment, out);
+  const Clock clock = ClockOf(moment);
+  if (moment.day < 0) out = Put(out, '-');
+  const auto days = static_cast<unsigned int>(moment.day < 0 ? -moment.day : moment.day);
+  return MinutesAndSeconds(PutNumber(out, days * 24 + clock.hour), clock);
 }
 
 }  // namespace
 
-void WriteDate(int dateFmt, int day, TextOut& out) noexcept {
-  if (dateFmt == KQDateTime::DATE_NONE) return;
+char* WriteDate(char* out, int dateFmt, int day) noexcept {
+  if (dateFmt == KQDateTime::DATE_NONE) return out;
   const CivilDate date = CivilOfDay(day);
   const std::string_view name = MonthName(date.month);
   const std::string_view shortName = name.substr(0, 3);
   const unsigned int yy = date.year % 100;
   switch (dateFmt) {
     case KQDateTime::DATE_M_D:
-      out.Number(date.month);
-      return More('/', date.day, out);
+      return ThenShort(PutShort(out, date.month), '/', date.day);
     case KQDateTime::DATE_M_D_YY:
-      out.Number(date.month);
-      More('/', date.day, out);
-      return TwoMore('/', yy, out);
+      return ThenTwo(ThenShort(PutShort(out, date.month), '/', date.day), '/', yy);
     case KQDateTime::DATE_MM_DD_YY:
-      out.TwoDigits(date.month);
-      TwoMore('/', date.day, out);
-      return TwoMore('/', yy, out);
+      return ThenTwo(ThenTwo(PutTwo(out, date.month), '/', date.day), '/', yy);
     case KQDateTime::DATE_D_MMM:
+      return Put(Put(PutShort(out, date.day), '-'), shortName);
     case KQDateTime::DATE_D_MMM_YY:
-    case KQDateTime::DATE_D_MMM_YYYY:
-      out.Number(date.day);
-      out.Put('-');
-      out.Put(shortName);
-      if (dateFmt == KQDateTime::DATE_D_MMM_YY) TwoMore('-', yy, out);
-      if (dateFmt == KQDateTime::DATE_D_MMM_YYYY) More('-', date.year, out);
-      return;
+      return ThenTwo(Put(Put(PutShort(out, date.day), '-'), shortName), '-', yy);
     case KQDateTime::DATE_DD_MMM_YY:
-      out.TwoDigits(date.day);
-      out.Put('-');
-      out.Put(shortName);
-      return TwoMore('-', yy, out);
+      return ThenTwo(Put(Put(PutTwo(out, date.day), '-'), shortName), '-', yy);
     case KQDateTime::DATE_MMM_YY:
-      out.Put(shortName);
-      return TwoMore('-', yy, out);
+      return ThenTwo(Put(out, shortName), '-', yy);
     case KQDateTime::DATE_MMMM_YY:
-      out.Put(name);
-      return TwoMore('-', yy, out);
+      return ThenTwo(Put(out, name), '-', yy);
     case KQDateTime::DATE_MMMM_D_YYYY:
-      out.Put(name);
-      More(' ', date.day, out);
-      out.Put(',');
-      return More(' ', date.year, out);
+      return PutNumber(Put(ThenShort(Put(out, name), ' ', date.day), ", "), date.year);
     case KQDateTime::DATE_MMMMM:
-      return out.Put(name[0]);
+      return Put(out, name[0]);
     case KQDateTime::DATE_MMMMM_YY:
-      out.Put(name[0]);
-      return TwoMore('-', yy, out);
+      return ThenTwo(Put(out, name[0]), '-', yy);
     case KQDateTime::DATE_M_D_YYYY:
-      out.Number(date.month);
-      More('/', date.day, out);
-      return More('/', date.year, out);
+      return ThenNumber(ThenShort(PutShort(out, date.month), '/', date.day), '/', date.year);
+    case KQDateTime::DATE_D_MMM_YYYY:
+      return ThenNumber(Put(Put(PutShort(out, date.day), '-'), shortName), '-', date.year);
     case KQDateTime::DATE_D_MMMM_YYYY:
-      out.Number(date.day);
-      out.Put(' ');
-      out.Put(name);
-      return More(' ', date.year, out);
+      return ThenNumber(Put(Put(PutShort(out, date.day), ' '), name), ' ', date.year);
     case KQDateTime::DATE_D_M_YY:
-      out.Number(date.day);
-      More('.', date.month, out);
-      return TwoMore('.', yy, out);
+      return ThenTwo(ThenShort(PutShort(out, date.day), '.', date.month), '.', yy);
     default:
-      out.TwoDigits(date.day);
-      TwoMore('/', date.month, out);
-      return More('/', date.year, out);
+      return ThenNumber(ThenTwo(PutTwo(out, date.day), '/', date.month), '/', date.year);
   }
 }
 
-void WriteTime(int timeFmt, double date, const Moment& moment, TextOut& out) noexcept {
+char* WriteTime(char* out, int timeFmt, double date, const Moment& moment) noexcept {
+  if (timeFmt == KQDateTime::TIME_NONE) return out;
+  const Clock clock = ClockOf(moment);
+  const Clock rounded = ClockOf(Rounded(moment));
   switch (timeFmt) {
-    case KQDateTime::TIME_NONE:
-      return;
     case KQDateTime::TIME_H_MM:
-    case KQDateTime::TIME_H_MM_SS: {
-      const Moment rounded = Rounded(moment);
-      out.Number(HourOf(rounded));
-      if (timeFmt == KQDateTime::TIME_H_MM_SS) return MinutesAndSeconds(rounded, out);
-      return TwoMore(':', MinuteOf(rounded), out);
-    }
+      return ThenTwo(PutShort(out, rounded.hour), ':', rounded.minute);
     case KQDateTime::TIME_H_MM_AMPM:
-      return HalfDay(Rounded(moment), false, out);
+      return HalfDay(out, rounded, false);
+    case KQDateTime::TIME_H_MM_SS:
+      return MinutesAndSeconds(PutShort(out, rounded.hour), rounded);
     case KQDateTime::TIME_H_MM_SS_AMPM:
-      return HalfDay(Rounded(moment), true, out);
+      return HalfDay(out, rounded, true);
     case KQDateTime::TIME_MM_SS:
-      out.TwoDigits(MinuteOf(moment));
-      return TwoMore(':', SecondOf(moment), out);
-    case KQDateTime::TIME_MM_SS_0: {
-      char seconds[16];
-      const int length =
-          std::snprintf(seconds, sizeof seconds, "%.1f", SecondOf(moment) + moment.fraction);
-      out.TwoDigits(MinuteOf(moment));
-      out.Put(':');
-      return out.Put(std::string_view(seconds, static_cast<std::size_t>(length)));
-    }
+      return ThenTwo(PutTwo(out, clock.minute), ':', clock.second);
+    case KQDateTime::TIME_MM_SS_0:
+      out = Put(PutTwo(out, clock.minute), ':');
+      return out + std::snprintf(out, 16, "%.1f", clock.second + moment.fraction);
     default:
-      return Elapsed(date, out);
+      return Elapsed(out, date);
   }
 }
 

@@ -1,18 +1,21 @@
 #pragma once
 
 /// \file
-/// Text put together in a small array, and then copied to a caller's buffer as far as it goes.
+/// Text put together in an array that is known to be long enough, and then copied to a caller's
+/// buffer as far as it goes. Each Put gives the end of what it has written.
 ///
-///     detail::TextOut out;
-///     out.Number(3);
-///     out.Put('/');
-///     out.TwoDigits(5);
-///     detail::CopyText(out.begin(), out.end(), buffer, size);  // 3/05
+///     char text[detail::kLongestText];
+///     char* end = detail::PutTwo(detail::Put(detail::PutNumber(text, 3), '/'), 5);
+///     detail::CopyText(text, end, buffer, size);  // 3/05
 
+#include <cstddef>
 #include <cstring>
 #include <string_view>
 
 namespace vlm::detail {
+
+/// Room for every date with a time.
+inline constexpr std::size_t kLongestText = 64;
 
 /// Copies a text into a buffer of `size` bytes, cut to what has room, and terminates it; does
 /// nothing for a size below 1.
@@ -25,39 +28,33 @@ inline void CopyText(const char* begin, const char* end, char* buffer, int size)
   buffer[length] = '\0';
 }
 
-/// A text of fewer than 64 bytes, which is what every date and time has. Has no bounds.
-class TextOut {
- public:
-  /// The text so far.
-  [[nodiscard]] const char* begin() const noexcept { return text_; }
-  [[nodiscard]] const char* end() const noexcept { return end_; }
+inline char* Put(char* out, char character) noexcept {
+  *out = character;
+  return out + 1;
+}
 
-  void Put(char character) noexcept { *end_++ = character; }
-  void Put(std::string_view text) noexcept {
-    std::memcpy(end_, text.data(), text.size());
-    end_ += text.size();
-  }
-  /// Two digits of a number below 100.
-  void TwoDigits(unsigned int number) noexcept {
-    end_[0] = static_cast<char>('0' + number / 10);
-    end_[1] = static_cast<char>('0' + number % 10);
-    end_ += 2;
-  }
-  /// A number without leading zeros.
-  void Number(unsigned int number) noexcept {
-    if (number >= 100) {
-      Number(number / 100);
-      TwoDigits(number % 100);
-    } else if (number >= 10) {
-      TwoDigits(number);
-    } else {
-      Put(static_cast<char>('0' + number));
-    }
-  }
+inline char* Put(char* out, std::string_view text) noexcept {
+  std::memcpy(out, text.data(), text.size());
+  return out + text.size();
+}
 
- private:
-  char text_[64];
-  char* end_ = text_;
-};
+/// Two digits of a number below 100.
+inline char* PutTwo(char* out, unsigned int number) noexcept {
+  out[0] = static_cast<char>('0' + number / 10);
+  out[1] = static_cast<char>('0' + number % 10);
+  return out + 2;
+}
+
+/// A number below 100 without a leading zero.
+inline char* PutShort(char* out, unsigned int number) noexcept {
+  if (number >= 10) return PutTwo(out, number);
+  return Put(out, static_cast<char>('0' + number));
+}
+
+/// A number without leading zeros.
+inline char* PutNumber(char* out, unsigned int number) noexcept {
+  if (number < 100) return PutShort(out, number);
+  return PutTwo(PutNumber(out, number / 100), number % 100);
+}
 
 }  // namespace vlm::detail

@@ -137,6 +137,8 @@ TEST(KQDateTime, ImpossiblePartsAreNoOtherDate) {
   KQDateTime first;
   EXPECT_EQ(first.SetDateTime(Parts(100, 1, 1, 0, 6)), DT_INVALID);
   EXPECT_EQ(first.GetDateTime(), kMin);
+  EXPECT_EQ(first.SetDateTime(Parts(100, 1, 1, 0, 6, 0, 0, 0.5)), DT_INVALID);
+  EXPECT_EQ(first.GetDateTime(), kMin);
   EXPECT_EQ(first.SetDateTime(Parts(100, 1, 1)), DT_VALID);
 }
 
