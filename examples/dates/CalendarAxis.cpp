@@ -76,7 +76,7 @@ Axis MakeCalendarAxis(double first, double last, int count) {
                                1440.0, 2880.0, 7200.0, 14400.0}) {
     if (attempt(AddDays, minutes * kMinute)) return axis;
   }
-  for (const int months : {1, 2, 3, 6, 12, 24, 60, 120, 240, 600, 1200, 2400, 6000, 12000}) {
+  for (const int months : {1, 2, 3, 6, 12, 24, 60, 120, 240, 600, 1200, 2400, 6000, 12000, 24000}) {
     if (attempt(AddMonths, months)) return axis;
   }
   return axis;
