@@ -60,6 +60,7 @@
 #include <velum/dates/Forward.h>
 #include <velum/dates/NumberFormatSpec.h>
 #include <velum/dates/Real10.h>
+#include <velum/dates/VariantTime.h>
 #include <velum/diagnostics/CrashHandler.h>
 #include <velum/diagnostics/DllCache.h>
 #include <velum/diagnostics/DynLib.h>

@@ -14,17 +14,17 @@
 /// What is taken, letters in any case:
 ///
 ///     text      = date | time | date gap time | time gap date      blanks around it
-///     gap       = blanks | "," [blanks] | "T"                      "T" behind year s month s day
+///     gap       = blanks | [blanks] "," [blanks] | "T"             "T" behind year s month s day
 ///     date      = [weekday join] day-of-year                       the weekday must be right
 ///     day-of-year
 ///               = month s day s year | day s month s year          in the order chosen
 ///               | month s day | day s month                        of the present year
-///               | year s month s day                               year of 3 or 4 digits
-///               | month s year | year s month                      year of 3 or 4 digits; day 1
+///               | year s month s day                               year of 4 digits
+///               | month s year | year s month                      year of 4 digits; day 1
 ///               | day join name [join year]
 ///               | name join day [join year]
-///               | name join year                                   3 or 4 digits, or 00, 32 to 99
-///               | year join name [join day]                        year of 3 or 4 digits
+///               | name join year                                   4 digits, or 00, 32 to 99
+///               | year join name [join day]                        year of 4 digits
 ///     s         = "/" | "-" | "."                                  the same one in one date
 ///     join      = blanks | [blanks] ("-" | "/" | "." | ",") [blanks]
 ///     name      = "January" ... "December" | "Jan" ... "Dec" | "Sept"
@@ -35,10 +35,11 @@
 ///     half      = [blanks] ("AM" | "PM" | "A" | "P" | "A.M." | "P.M.")
 ///     zone      = "Z"                                              with year s month s day
 ///
-/// - Numbers have one or two digits but for years and up to 9 decimals. A day must be in its month;
-///   hours go from 0 to 23, with AM from 0 to 12, with PM from 1 to 12; there is no second 60.
-/// - Behind a month's name 1 to 31 is a day: "Dec-10" and "Dec 10" are 10 December, "Jun-31" is
-/// none.
+/// - Numbers have one or two digits, years up to four, and decimals are 9 at most.
+/// - A day must be in its month; hours go from 0 to 23, with AM from 0 to 12, with PM from 1 to 12;
+///   there is no second 60.
+/// - Behind a month's name 1 to 31 is a day: "Dec-10" and "Dec 10" are 10 December, and "Jun-31" is
+///   no date.
 /// - A year of one or two digits is in the hundred years of the window, 1930 to 2029 unless chosen
 ///   otherwise.
 /// - Of "12/25" and "25/12" only one is a date, which it then is in either order, unless that is

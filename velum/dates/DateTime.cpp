@@ -20,14 +20,14 @@ constexpr double kMin = detail::kFirstDay;
 constexpr double kMax = detail::kLastDay;
 
 void Fill(const Moment& moment, KQDateTime::_COMPONENTS& components) noexcept {
-  const detail::CivilDate civil = detail::CivilOfDay(moment.day);
-  components.Year = static_cast<std::uint16_t>(civil.year);
-  components.Month = static_cast<std::uint16_t>(civil.month);
-  components.Day = static_cast<std::uint16_t>(civil.day);
-  components.DayOfWeek = static_cast<std::uint16_t>(detail::WeekdayOfDay(moment.day));
-  components.Hour = static_cast<std::uint16_t>(moment.second / 3600);
-  components.Minute = static_cast<std::uint16_t>(moment.second / 60 % 60);
-  components.Second = static_cast<std::uint16_t>(moment.second % 60);
+  const SYSTEMTIME time = detail::SystemTimeOf(moment.day, moment.second);
+  components.Year = time.wYear;
+  components.Month = time.wMonth;
+  components.Day = time.wDay;
+  components.DayOfWeek = time.wDayOfWeek;
+  components.Hour = time.wHour;
+  components.Minute = time.wMinute;
+  components.Second = time.wSecond;
   components.Fraction = moment.fraction;
 }
 
@@ -41,7 +41,7 @@ bool DateOf(const KQDateTime::_COMPONENTS& components, int line, double& date) {
   if (components.Fraction < 0.0) RaiseMisuse(line);
   const SYSTEMTIME time{components.Year,   components.Month,  0, components.Day, components.Hour,
                         components.Minute, components.Second, 0};
-  return components.Fraction < 1.0 && detail::SystemTimeToVariantTime(time, date);
+  return components.Fraction < 1.0 && detail::DateOfSystemTime(time, date);
 }
 
 // The fraction of a second is added to what a KQDateTime holds of the date.

@@ -1,8 +1,7 @@
 #pragma once
 
 /// \file
-/// The Gregorian calendar over day numbers, and the two conversions of a platform that dates stand
-/// on.
+/// The Gregorian calendar over day numbers.
 ///
 ///     detail::CivilDate date = detail::CivilOfDay(40537);   // 25 December 2010
 ///     int day = detail::DayOfCivil(2010, 12, 25);           // 40537
@@ -88,14 +87,25 @@ inline constexpr int kDaysBeforeDay0 = 693899;
   return std::trunc(stored) == day ? stored : day + 1;
 }
 
-/// Takes a stored number apart, rounded to the nearest second; false, with `time` unchanged, for
-/// NaN and for what is no day from 1 January 100 to 31 December 9999.
-bool VariantTimeToSystemTime(double date, SYSTEMTIME& time) noexcept;
+/// The record of a second of a day.
+[[nodiscard]] inline SYSTEMTIME SystemTimeOf(int day, int second) noexcept {
+  const CivilDate civil = CivilOfDay(day);
+  const auto part = [](unsigned int number) { return static_cast<std::uint16_t>(number); };
+  const auto s = static_cast<unsigned int>(second);
+  return {part(civil.year),
+          part(civil.month),
+          part(WeekdayOfDay(day)),
+          part(civil.day),
+          part(s / 3600),
+          part(s / 60 % 60),
+          part(s % 60),
+          0};
+}
 
 /// Gives the stored number of a date and time, of which milliseconds and day of the week do not
 /// count; false, with `date` unchanged, if the calendar or the clock has no such, or the year is
 /// not from 100 to 9999.
-inline bool SystemTimeToVariantTime(const SYSTEMTIME& time, double& date) noexcept {
+[[nodiscard]] inline bool DateOfSystemTime(const SYSTEMTIME& time, double& date) noexcept {
   if (!IsCivil(time.wYear, time.wMonth, time.wDay) || time.wHour > 23 || time.wMinute > 59 ||
       time.wSecond > 59) {
     return false;

@@ -18,6 +18,7 @@ struct Number {
   int digits = 0;
 
   [[nodiscard]] bool IsShort() const { return digits <= 2; }
+  [[nodiscard]] bool IsWhole() const { return digits == 4; }
 };
 
 /// What has been read of a date.
@@ -251,7 +252,7 @@ class Reader {
     if (!TakeNumber(third) || !second.IsShort()) return false;
     if (!first.IsShort()) {
       parts = {first.value, second.value, third.value, true};
-      return third.IsShort();
+      return first.IsWhole() && third.IsShort();
     }
     SetInOrder(first.value, second.value, YearOf(third), parts);
     return true;
@@ -266,7 +267,7 @@ class Reader {
     const Number& month = first.IsShort() ? first : second;
     parts.year = year.value;
     parts.month = month.value;
-    return month.IsShort();
+    return year.IsWhole() && month.IsShort();
   }
 
   void SetInOrder(unsigned int first, unsigned int second, unsigned int year,
@@ -287,7 +288,7 @@ class Reader {
     }
     parts.year = first.value;
     if (TakeFurther(next)) parts.day = next.value;
-    return next.IsShort();
+    return first.IsWhole() && next.IsShort();
   }
 
   bool TakeDateFromName(DateParts& parts) {
@@ -296,7 +297,7 @@ class Reader {
     if (!TakeMonth(parts.month) || !TakeFurther(first)) return false;
     if (!first.IsShort() || first.value == 0 || first.value > 31) {
       parts.year = YearOf(first);
-      return true;
+      return first.digits != 3;
     }
     parts.day = first.value;
     parts.year = TakeFurther(next) ? YearOf(next) : PresentYear();

@@ -1,6 +1,7 @@
 #include <velum/dates/detail/Calendar.h>
 
 #include <velum/dates/DateTime.h>
+#include <velum/dates/VariantTime.h>
 
 #include <gtest/gtest.h>
 
@@ -20,14 +21,14 @@ TEST(Calendar, EveryDayIsThatOfTheStandardLibrary) {
     const chrono::sys_days expected = kDay0 + chrono::days(day);
     const chrono::year_month_day ymd = expected;
     SYSTEMTIME time{};
-    ASSERT_TRUE(VariantTimeToSystemTime(day, time));
+    ASSERT_TRUE(VariantTimeToSystemTime(day, &time));
     ASSERT_TRUE(time.wYear == static_cast<int>(ymd.year()) &&
                 time.wMonth == static_cast<unsigned>(ymd.month()) &&
                 time.wDay == static_cast<unsigned>(ymd.day()))
         << day;
     ASSERT_EQ(time.wDayOfWeek, chrono::weekday(expected).c_encoding()) << day;
     double date;
-    ASSERT_TRUE(SystemTimeToVariantTime(time, date));
+    ASSERT_TRUE(SystemTimeToVariantTime(&time, &date));
     ASSERT_EQ(date, day);
     KQDateTime::_COMPONENTS parts;
     KQDateTime(day).GetDateTime(parts);
@@ -41,7 +42,7 @@ TEST(Calendar, EveryDayIsThatOfTheStandardLibrary) {
 TEST(Calendar, EverySecondOfADayComesBack) {
   for (const int day : {kFirstDay, -1, 0, 1, 40537, kLastDay}) {
     SYSTEMTIME time{};
-    ASSERT_TRUE(VariantTimeToSystemTime(day, time));
+    ASSERT_TRUE(VariantTimeToSystemTime(day, &time));
     for (int second = 0; second < kSecondsOfDay; ++second) {
       const chrono::hh_mm_ss clock{chrono::seconds(second)};
       time.wHour = static_cast<std::uint16_t>(clock.hours().count());
@@ -49,8 +50,8 @@ TEST(Calendar, EverySecondOfADayComesBack) {
       time.wSecond = static_cast<std::uint16_t>(clock.seconds().count());
       double date;
       SYSTEMTIME again{};
-      ASSERT_TRUE(SystemTimeToVariantTime(time, date));
-      ASSERT_TRUE(VariantTimeToSystemTime(date, again));
+      ASSERT_TRUE(SystemTimeToVariantTime(&time, &date));
+      ASSERT_TRUE(VariantTimeToSystemTime(date, &again));
       ASSERT_TRUE(again.wDay == time.wDay && again.wHour == time.wHour &&
                   again.wMinute == time.wMinute && again.wSecond == time.wSecond)
           << day << ' ' << second;
@@ -82,14 +83,14 @@ TEST(Calendar, RefusesTimesThatTheClockDoesNotHaveAndNumbersOutOfRange) {
                               {2010, 12, 0, 25, 0, 0, 60, 0}};
   for (const SYSTEMTIME& time : wrong) {
     double date = 7.0;
-    EXPECT_FALSE(SystemTimeToVariantTime(time, date));
+    EXPECT_FALSE(SystemTimeToVariantTime(&time, &date));
     EXPECT_EQ(date, 7.0);
   }
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   for (const double date : {kLastDay + 1.0, std::nextafter(kLastDay + 1.0, 0.0), kFirstDay - 1.0,
                             kInfinity, -kInfinity, std::nan("")}) {
     SYSTEMTIME time{};
-    EXPECT_FALSE(VariantTimeToSystemTime(date, time)) << date;
+    EXPECT_FALSE(VariantTimeToSystemTime(date, &time)) << date;
   }
 }
 
