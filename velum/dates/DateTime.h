@@ -167,6 +167,7 @@ class VELUM_API KQDateTime {
   /// Writes the time of day by a `TIME_FORMAT_TYPE`, as GetDateStr.
   ///
   /// All types but `TIME_MM_SS` and `TIME_MM_SS_0` round to the nearest second first.
+  /// `TIME_MM_SS_0` has the decimal point of the runtime's locale.
   /// `TIME_ELAPSED` writes the hours of the stored number, 24 a day, with a "-" below zero; from 1
   /// to 61 there are 24 fewer, those of the spreadsheet's serial number.
   void GetTimeStr(int timeFmt, char* buffer, int size) const;

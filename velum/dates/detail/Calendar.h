@@ -12,13 +12,15 @@
 
 #include <velum/platform/Types.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
 namespace vlm::detail {
 
-inline constexpr int kFirstDay = -657434;  ///< 1 January 100
-inline constexpr int kLastDay = 2958465;   ///< 31 December 9999
+inline constexpr int kFirstDay = -657434;                      ///< 1 January 100
+inline constexpr int kLastDay = 2958465;                       ///< 31 December 9999
+inline constexpr double kLastMoment = kLastDay + 1 - 0x1p-31;  ///< a last place before 10000
 inline constexpr int kSecondsOfDay = 86400;
 
 /// A day of the calendar. A plain value.
@@ -77,9 +79,11 @@ inline constexpr int kDaysBeforeDay0 = 693899;
 
 /// The stored number of a day and a count of seconds from 0 to below 86400.
 ///
-/// A time so near to midnight that the number can't tell it from that is the next day.
+/// A time so near to midnight that the number can't tell it from that is the next day; after the
+/// last day there is none.
 [[nodiscard]] inline double StoredNumber(int day, double seconds) noexcept {
   const double fraction = seconds / kSecondsOfDay;
+  if (day == kLastDay) return std::min(day + fraction, kLastMoment);
   if (day >= 0) return day + fraction;
   const double stored = day - fraction;
   // Below zero the fraction counts away from the next day, so rounding would take it to the day

@@ -118,6 +118,9 @@ TEST(KQParseDateTimeStr, RefusesWhatIsNoDate) {
   const std::string before("12/25/2010\0x", 12);
   EXPECT_EQ(Read(before.c_str()), "2010-12-25 0:00:00 (12, 0)");
   double date = 9.0;
+  EXPECT_TRUE(KQParseDateTimeStr("12/31/9999 23:59:59.99999", &date, nullptr, nullptr));
+  EXPECT_LT(date, KQDateTime::Max_DTVal + 1.0);
+  date = 9.0;
   EXPECT_FALSE(KQParseDateTimeStr("", &date, nullptr, nullptr));
   EXPECT_EQ(date, 9.0) << "of the empty text nothing is written";
   EXPECT_THROW(KQParseDateTimeStr(nullptr, &date, nullptr, nullptr), Exception);
