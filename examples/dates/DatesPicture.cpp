@@ -32,6 +32,7 @@ constexpr double kStrip = 26.0;
 constexpr double kGap = 8.0;
 constexpr double kLegend = 206.0;
 constexpr double kLegendLine = 30.0;
+constexpr double kRadius = 2.4;
 constexpr std::size_t kMostLines = 10;
 constexpr std::size_t kMostDots = 20000;
 
@@ -64,7 +65,8 @@ class SurveyPicture {
       high = isFirst ? numeric : std::max(high, numeric);
       isFirst = false;
     }
-    dates_ = MakeCalendarAxis(low, high, 7);
+    // Without a date the axis has no ticks.
+    if (!isFirst) dates_ = MakeCalendarAxis(low, high, 7);
   }
 
   void Draw(cairo_t* context) const {
@@ -89,7 +91,10 @@ class SurveyPicture {
     axis.high = 1.0 - room;
     for (std::size_t i = axis.ticks.size(); i-- > 0;) {
       const double tick = axis.ticks[i];
-      if (tick >= 1.0 && tick <= last && tick == std::floor(tick)) continue;
+      if (tick >= 1.0 && tick <= last && tick == std::floor(tick)) {
+        axis.labels[i] = std::to_string(static_cast<long long>(tick));
+        continue;
+      }
       axis.ticks.erase(axis.ticks.begin() + static_cast<std::ptrdiff_t>(i));
       axis.labels.erase(axis.labels.begin() + static_cast<std::ptrdiff_t>(i));
     }
@@ -100,9 +105,12 @@ class SurveyPicture {
     return !timesAreBeside_ || !IsTimeAlone(entry.date);
   }
 
-  static void AddDot(std::vector<PanelDot>& dots, const Vec2d& point, Color4b color) {
-    dots.push_back({point, 3.0, kHalo});
-    dots.push_back({point, 2.4, color});
+  // The halos go first, so that none covers a dot.
+  static void DrawDots(Panel& panel, const std::vector<PanelDot>& dots) {
+    std::vector<PanelDot> halos = dots;
+    for (PanelDot& halo : halos) halo = {halo.point, halo.radius + 0.6, kHalo};
+    panel.Dots(halos);
+    panel.Dots(dots);
   }
 
   void DrawStrip(cairo_t* context) const {
@@ -111,14 +119,14 @@ class SurveyPicture {
     std::vector<PanelDot> dots;
     const std::size_t stride = survey_.unread.size() / kMostDots + 1;
     for (std::size_t i = 0; i < survey_.unread.size(); i += stride) {
-      AddDot(dots, Vec2d(0.5, static_cast<double>(survey_.unread[i].row)), kUnread);
+      dots.push_back({Vec2d(0.5, static_cast<double>(survey_.unread[i].row)), kRadius, kUnread});
     }
     for (const Entry& entry : survey_.entries) {
-      if (dots.size() > 4 * kMostDots) break;
+      if (dots.size() > 2 * kMostDots) break;
       if (IsOnAxis(entry)) continue;
-      AddDot(dots, Vec2d(0.5, static_cast<double>(entry.row)), ColorOf(entry.form));
+      dots.push_back({Vec2d(0.5, static_cast<double>(entry.row)), kRadius, ColorOf(entry.form)});
     }
-    strip.Dots(dots);
+    DrawDots(strip, dots);
     strip.Frame();
     strip.TicksLeft("Row of the file");
     DrawText(context, Vec2d(kLeft + kStrip / 2.0, kTop - 5.0),
@@ -134,9 +142,9 @@ class SurveyPicture {
       const Entry& entry = survey_.entries[i];
       if (!IsOnAxis(entry)) continue;
       const Vec2d point(KQDoubleFromDate(entry.date), static_cast<double>(entry.row));
-      AddDot(dots, point, ColorOf(entry.form));
+      dots.push_back({point, kRadius, ColorOf(entry.form)});
     }
-    panel.Dots(dots);
+    DrawDots(panel, dots);
     panel.Frame();
     panel.TicksBelow("Date");
   }
