@@ -27,6 +27,11 @@ UPWARD = {
     "velum/geometry/GPolygon.cpp": {"velum/files/BufferedFile.h"},
     "velum/geometry/GPolygon2d.h": {"velum/files/Forward.h"},
     "velum/geometry/GPolygon2dFiles.cpp": {"velum/files/BufferedFile.h"},
+    # A bitmap is written to files and read from them; its header only names the file.
+    "velum/colour/Dib.h": {"velum/files/Forward.h"},
+    "velum/colour/Dib.cpp": {"velum/files/File.h", "velum/files/detail/FileError.h"},
+    # The colour table is a file of settings, which may lie in any of the places of files.
+    "velum/colour/detail/ColorFile.cpp": {"velum/diagnostics/LocateFile.h", "velum/files/ConfigFile.h"},
     # The default faces are those that the list of faces gives.
     "velum/diagnostics/SystemInfo.cpp": {"velum/fonts/SystemFaceInfo.h"},
 }

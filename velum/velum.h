@@ -7,9 +7,15 @@
 #include <velum/colour/Color4b.h>
 #include <velum/colour/Color4f.h>
 #include <velum/colour/ColorConvert.h>
+#include <velum/colour/ColorCount.h>
+#include <velum/colour/ColorFormat.h>
 #include <velum/colour/ColorInterpolation.h>
+#include <velum/colour/ColorTable.h>
+#include <velum/colour/Dib.h>
 #include <velum/colour/FloatColor.h>
 #include <velum/colour/Forward.h>
+#include <velum/colour/GrayScale.h>
+#include <velum/colour/MedianCut.h>
 #include <velum/colour/NamedColors.h>
 #include <velum/commands/BaseElement.h>
 #include <velum/commands/Command.h>

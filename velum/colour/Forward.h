@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// Forward declarations of the colour values, enough to name them in a declaration.
+/// Forward declarations of colours and bitmaps, enough to name them in a declaration.
 ///
 ///     namespace vlm { void Fill(Color4b const& colour); }
 
@@ -9,9 +9,13 @@
 
 namespace vlm {
 
+class CColorTable;
+class CColorTableEntry;
+class CDib;
 class Color3f;
 class Color4f;
 class Color4b;
+class ColorCount;
 class ColorInterpolation;
 class NamedColors;
 

@@ -2,8 +2,8 @@
 
 /// \file
 /// Records of a published platform interface, as plain structures: points, rectangles, sizes,
-/// palette entries, times, entries of folders, and handles. Field names, order and widths are those
-/// of that interface, so that stored structures can be read as they are.
+/// palette entries, bitmaps, times, entries of folders, and handles. Field names, order and widths
+/// are those of that interface, so that stored structures can be read as they are.
 ///
 ///     vlm::RECT page{0, 0, 210, 297};
 ///     vlm::POINT centre{page.right / 2, page.bottom / 2};
@@ -38,6 +38,32 @@ struct RGBQUAD {
   std::uint8_t rgbGreen;     ///< Green, 0 to 255.
   std::uint8_t rgbRed;       ///< Red, 0 to 255.
   std::uint8_t rgbReserved;  ///< 0, or the opacity where a function says so.
+};
+
+/// The size and form of a bitmap, as it stands before its colour table and its pixels.
+struct BITMAPINFOHEADER {
+  std::uint32_t biSize;          ///< The number of bytes of this record: 40.
+  std::int32_t biWidth;          ///< The pixels of a row.
+  std::int32_t biHeight;         ///< The number of rows, of which the lowest comes first.
+  std::uint16_t biPlanes;        ///< 1.
+  std::uint16_t biBitCount;      ///< The bits of a pixel: 1, 4, 8, 16, 24 or 32.
+  std::uint32_t biCompression;   ///< `BI_RGB` or another of these numbers.
+  std::uint32_t biSizeImage;     ///< The bytes of the pixels; 0 says nothing.
+  std::int32_t biXPelsPerMeter;  ///< The pixels on a meter of a row; 0 says nothing.
+  std::int32_t biYPelsPerMeter;  ///< The pixels on a meter of a column; 0 says nothing.
+  std::uint32_t biClrUsed;       ///< The entries of the colour table; 0 is all that the bits allow.
+  std::uint32_t biClrImportant;  ///< How many of these matter; 0 is all.
+};
+
+inline constexpr std::uint32_t BI_RGB = 0;        ///< Pixels as they are.
+inline constexpr std::uint32_t BI_RLE8 = 1;       ///< Runs of equal pixels of 8 bits.
+inline constexpr std::uint32_t BI_RLE4 = 2;       ///< Runs of equal pixels of 4 bits.
+inline constexpr std::uint32_t BI_BITFIELDS = 3;  ///< Pixels whose channels three masks tell.
+
+/// A bitmap's header and the first entry of its colour table; the others follow.
+struct BITMAPINFO {
+  BITMAPINFOHEADER bmiHeader;  ///< The size and form.
+  RGBQUAD bmiColors[1];        ///< The colour table, if there is one.
 };
 
 /// A time: hundreds of nanoseconds since the beginning of 1601, in two halves.
@@ -330,6 +356,9 @@ using tagRECT = RECT;        ///< `RECT` under its tag name.
 using tagSIZE = SIZE;        ///< `SIZE` under its tag name.
 using tagRGBQUAD = RGBQUAD;  ///< `RGBQUAD` under its tag name.
 
+using tagBITMAPINFOHEADER = BITMAPINFOHEADER;  ///< `BITMAPINFOHEADER` under its tag name.
+using tagBITMAPINFO = BITMAPINFO;              ///< `BITMAPINFO` under its tag name.
+
 using _GLYPHMETRICS = GLYPHMETRICS;              ///< `GLYPHMETRICS` under its tag name.
 using tagLOGFONTA = LOGFONTA;                    ///< `LOGFONTA` under its tag name.
 using tagENUMLOGFONTA = ENUMLOGFONTA;            ///< `ENUMLOGFONTA` under its tag name.
@@ -342,6 +371,7 @@ using tag_SCRIPT_ITEM = SCRIPT_ITEM;             ///< `SCRIPT_ITEM` under its ta
 
 static_assert(sizeof(POINT) == 8 && sizeof(RECT) == 16 && sizeof(SIZE) == 8);
 static_assert(sizeof(RGBQUAD) == 4);
+static_assert(sizeof(BITMAPINFOHEADER) == 40 && sizeof(BITMAPINFO) == 44);
 static_assert(sizeof(GLYPHMETRICS) == 20 && sizeof(LOGFONTA) == 60);
 static_assert(sizeof(TEXTMETRICA) == 56 && sizeof(OUTLINETEXTMETRICA) == 212);
 static_assert(sizeof(SCRIPT_ANALYSIS) == 4 && sizeof(SCRIPT_ITEM) == 8);
