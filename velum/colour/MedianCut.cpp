@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -40,67 +41,75 @@ std::uint8_t ValueOf(Entry entry, Channel channel) noexcept {
   return static_cast<std::uint8_t>(entry >> channel);
 }
 
-/// Sorts entries by one byte after the other, the least important one first.
-class Sorter {
- public:
-  explicit Sorter(std::size_t largest) : scratch_(largest) {}
-
-  /// Sorts entries by a channel, equal ones by their words. What is large must come with equal
-  /// words in the order of their counts.
-  void Sort(Entry* first, std::size_t size, Channel channel) {
-    constexpr std::size_t kFew = 256;
-    if (size < kFew) {
-      std::sort(first, first + size, [channel](Entry a, Entry b) {
-        const std::uint8_t x = ValueOf(a, channel);
-        const std::uint8_t y = ValueOf(b, channel);
-        return x < y || (x == y && a < b);
-      });
-      return;
-    }
-    Count(first, size);
-    Entry* from = first;
-    Entry* to = scratch_.data();
-    const auto pass = [&](Channel byte) {
-      if (Distribute(from, size, to, byte)) std::swap(from, to);
-    };
-    for (const Channel byte : {kRed, kGreen, kBlue, kUnused}) {
-      if (byte != channel) pass(byte);
-    }
-    pass(channel);
-    if (from != first) std::copy_n(from, size, first);
+/// Puts the entries for which `isFirst` holds before the others, both in their order, and gives
+/// their number. Without a branch, of which half would be foreseen wrong.
+template <class IsFirst>
+std::size_t Divide(Entry* entries, std::size_t size, Entry* scratch, IsFirst isFirst) noexcept {
+  std::size_t first = 0;
+  std::size_t others = 0;
+  for (std::size_t i = 0; i < size; ++i) {
+    const Entry entry = entries[i];
+    const bool goesFirst = isFirst(entry);
+    entries[first] = entry;
+    scratch[others] = entry;
+    first += goesFirst;
+    others += !goesFirst;
   }
+  std::copy_n(scratch, others, entries + first);
+  return first;
+}
 
- private:
-  using Tally = std::array<std::size_t, 256>;
-
-  /// Counts the values of all four bytes in one go.
-  void Count(const Entry* entries, std::size_t size) noexcept {
-    for (Tally& tally : tallies_) tally.fill(0);
-    for (std::size_t i = 0; i < size; ++i) {
-      for (const Channel byte : {kRed, kGreen, kBlue, kUnused})
-        ++Of(byte)[ValueOf(entries[i], byte)];
-    }
-  }
-
-  /// Copies entries in the order of a byte, equal ones in theirs; false if there is only one value.
-  bool Distribute(const Entry* from, std::size_t size, Entry* to, Channel byte) noexcept {
-    Tally& places = Of(byte);
-    if (places[ValueOf(from[0], byte)] == size) return false;
+/// Sorts entries by a channel, equal ones by their words: by one byte after the other, the least
+/// important one first. Equal words keep their order. `scratch` has the size of `entries`.
+void SortMany(Entry* entries, std::size_t size, Channel channel, Entry* scratch) {
+  Entry* from = entries;
+  Entry* to = scratch;
+  const auto sortBy = [&](Channel byte) {
+    const auto valueOf = [byte](Entry entry) { return ValueOf(entry, byte); };
+    std::array<std::size_t, 256> places{};
+    for (std::size_t i = 0; i < size; ++i) ++places[valueOf(from[i])];
+    if (places[valueOf(from[0])] == size) return;  // one value
     std::size_t next = 0;
     for (std::size_t& place : places) next += std::exchange(place, next);
-    for (std::size_t i = 0; i < size; ++i) to[places[ValueOf(from[i], byte)]++] = from[i];
-    return true;
+    for (std::size_t i = 0; i < size; ++i) to[places[valueOf(from[i])]++] = from[i];
+    std::swap(from, to);
+  };
+  for (const Channel byte : {kRed, kGreen, kBlue, kUnused}) {
+    if (byte != channel) sortBy(byte);
   }
+  sortBy(channel);
+  if (from != entries) std::copy_n(from, size, entries);
+}
 
-  Tally& Of(Channel byte) noexcept {
-    return tallies_[static_cast<std::size_t>((byte - kRed) / (kGreen - kRed))];
+/// The same with equal words in the order of their counts, if they come in it.
+void Sort(Entry* entries, std::size_t size, Channel channel, Entry* scratch) {
+  constexpr std::size_t kMany = 256;
+  if (size >= kMany) {
+    SortMany(entries, size, channel, scratch);
+    return;
   }
+  std::sort(entries, entries + size, [channel](Entry a, Entry b) {
+    const std::uint8_t x = ValueOf(a, channel);
+    const std::uint8_t y = ValueOf(b, channel);
+    return x < y || (x == y && a < b);
+  });
+}
 
-  Entries scratch_;
-  std::array<Tally, 4> tallies_;
-};
+/// Puts entries in the order of their words, equal ones in that of their counts.
+void SortByWord(Entry* entries, std::size_t size, Entry* scratch) {
+  if (std::is_sorted(entries, entries + size)) return;
+  Sort(entries, size, kUnused, scratch);
+  const auto word = [entries](std::size_t i) { return entries[i] >> kCountBits; };
+  for (std::size_t i = 0; i < size;) {
+    std::size_t end = i + 1;
+    while (end < size && word(end) == word(i)) ++end;
+    std::sort(entries + i, entries + end);
+    i = end;
+  }
+}
 
-/// A run of entries.
+/// A run of entries. Its entries are sorted at the very end, by the channel of its last cut: until
+/// then it only matters which they are.
 struct Box {
   std::size_t lower = 0;
   std::size_t upper = 0;  // the last one
@@ -111,34 +120,56 @@ struct Box {
   [[nodiscard]] std::size_t Size() const noexcept { return upper - lower + 1; }
 };
 
-/// The channel of the widest range.
-Channel WidestChannel(const Entries& entries, const Box& box) noexcept {
-  Channel widest = kBlue;
-  int range = -1;
-  for (const Channel channel : {kBlue, kGreen, kRed}) {
-    int least = 255;
-    int most = 0;
-    for (std::size_t i = box.lower; i <= box.upper; ++i) {
-      const int value = ValueOf(entries[i], channel);
-      least = std::min(least, value);
-      most = std::max(most, value);
-    }
-    if (most - least > range) {
-      range = most - least;
-      widest = channel;
-    }
+/// The channel whose values lie furthest apart in two entries or more.
+Channel WidestChannel(const Entry* entries, std::size_t size) noexcept {
+  // The bytes of two entries at a time, which a compiler takes together.
+  constexpr std::size_t kPair = 2 * sizeof(Entry);
+  using Bytes = std::array<std::uint8_t, kPair>;
+  const auto pairAt = [entries](std::size_t i) {
+    Bytes pair;
+    std::memcpy(pair.data(), entries + i, kPair);
+    return pair;
+  };
+  Bytes least = pairAt(size - 2);  // of an odd number, the last one has no other pair
+  Bytes most = least;
+  for (std::size_t i = 0; i + 1 < size; i += 2) {
+    const Bytes pair = pairAt(i);
+    for (std::size_t k = 0; k < kPair; ++k) least[k] = std::min(least[k], pair[k]);
+    for (std::size_t k = 0; k < kPair; ++k) most[k] = std::max(most[k], pair[k]);
   }
+  const auto range = [&](Channel channel) {
+    const auto k = static_cast<std::size_t>(channel / 8);
+    return std::max(most[k], most[k + sizeof(Entry)]) -
+           std::min(least[k], least[k + sizeof(Entry)]);
+  };
+  Channel widest = kBlue;
+  if (range(kGreen) > range(widest)) widest = kGreen;
+  if (range(kRed) > range(widest)) widest = kRed;
   return widest;
 }
 
-/// Cuts a box of two entries or more: leaves it its lower part and gives the upper one. Each holds
-/// an entry at least, since half of the pixels are one at least.
-Box Cut(Entries& entries, Box& box, Sorter& sorter) {
-  const Channel channel = WidestChannel(entries, box);
-  if (channel != box.sortedBy) sorter.Sort(entries.data() + box.lower, box.Size(), channel);
+/// Cuts a box of two entries or more as if it were sorted by its widest channel: leaves it its
+/// lower part and gives the upper one. Each holds an entry at least, since half of the pixels are
+/// one at least.
+Box Cut(Entries& entries, Box& box, Entries& scratch) {
+  Entry* const first = entries.data() + box.lower;
+  const std::size_t size = box.Size();
+  const Channel channel = WidestChannel(first, size);
+  std::array<std::uint64_t, 256> counts{};
+  for (std::size_t i = 0; i < size; ++i) counts[ValueOf(first[i], channel)] += CountOf(first[i]);
+  // The entries are those below, at and above the value at which half of the pixels are reached.
   const std::uint64_t half = box.count / 2;
   std::uint64_t sum = 0;
-  std::size_t i = box.lower;
+  int value = 0;
+  while (sum + counts[static_cast<std::size_t>(value)] < half) {
+    sum += counts[static_cast<std::size_t>(value++)];
+  }
+  const auto below = Divide(first, size, scratch.data(),
+                            [=](Entry entry) { return ValueOf(entry, channel) < value; });
+  const auto at = Divide(first + below, size - below, scratch.data(),
+                         [=](Entry entry) { return ValueOf(entry, channel) == value; });
+  SortByWord(first + below, at, scratch.data());
+  std::size_t i = box.lower + below;
   while (i < box.upper && sum < half) sum += CountOf(entries[i++]);
   const Box upper = {i, box.upper, box.count - sum, box.level + 1, channel};
   box = {box.lower, i - 1, sum, box.level + 1, channel};
@@ -170,19 +201,6 @@ RGBQUAD MeanOf(const Entries& entries, const Box& box) noexcept {
   return {mean(kBlue), mean(kGreen), mean(kRed), 0};
 }
 
-/// Puts entries in the order of their words, equal ones in that of their counts.
-void SortByWord(Entry* first, std::size_t size, Sorter& sorter) {
-  if (std::is_sorted(first, first + size)) return;
-  sorter.Sort(first, size, kUnused);
-  const auto word = [](Entry entry) { return entry >> kCountBits; };
-  for (std::size_t i = 0; i < size;) {
-    std::size_t end = i + 1;
-    while (end < size && word(first[end]) == word(first[i])) ++end;
-    std::sort(first + i, first + end);
-    i = end;
-  }
-}
-
 void MakePalette(std::vector<ColorCount>& colors, std::vector<RGBQUAD>& palette, unsigned most) {
   Entries entries(colors.size());
   std::size_t taking = 0;
@@ -192,16 +210,21 @@ void MakePalette(std::vector<ColorCount>& colors, std::vector<RGBQUAD>& palette,
     entries[color.GetCount() > 0 ? taking++ : --last] = Pack(color);
     pixels += color.GetCount();
   }
-  Sorter sorter(entries.size());
-  SortByWord(entries.data(), taking, sorter);
-  SortByWord(entries.data() + taking, entries.size() - taking, sorter);
+  Entries scratch(entries.size());
+  SortByWord(entries.data(), taking, scratch.data());
+  SortByWord(entries.data() + taking, entries.size() - taking, scratch.data());
   std::vector<Box> boxes;
   boxes.reserve(most);
   if (taking > 0) boxes.push_back({0, taking - 1, pixels, 0, kNone});
   while (boxes.size() < most) {
     Box* const next = NextBox(boxes);
     if (!next) break;
-    boxes.push_back(Cut(entries, *next, sorter));
+    boxes.push_back(Cut(entries, *next, scratch));
+  }
+  for (const Box& box : boxes) {
+    if (box.sortedBy != kNone) {
+      Sort(entries.data() + box.lower, box.Size(), box.sortedBy, scratch.data());
+    }
   }
   palette.reserve(boxes.size());
   for (const Box& box : boxes) palette.push_back(MeanOf(entries, box));
