@@ -113,9 +113,9 @@ CDib::CDib(int width, int height, int bitsPerPixel, int colorsUsed) {
   Create(width, height, bitsPerPixel, static_cast<unsigned long>(colorsUsed), nullptr, nullptr);
 }
 
-CDib::CDib(const CDib& other) noexcept : block_(other.block_) { AddRef(); }
+CDib::CDib(const CDib& other) noexcept : block_(other.block_) { Hold(block_); }
 
-CDib::~CDib() { DecRef(); }
+CDib::~CDib() { Release(block_); }
 
 int CDib::GetWidth() const noexcept { return block_ ? block_->header.biWidth : 0; }
 
@@ -242,12 +242,10 @@ CDib& CDib::operator=(const CDib& other) noexcept {
   return *this;
 }
 
-void CDib::AddRef() noexcept {
-  if (block_) ++block_->references;
-}
+void CDib::AddRef() noexcept { Hold(block_); }
 
 void CDib::DecRef() noexcept {
-  if (block_ && block_->references-- == 1) std::free(block_);
+  Release(block_);
   block_ = nullptr;
 }
 
@@ -322,12 +320,19 @@ CDib::Block* CDib::ReadBlock(CFile& file, std::uint32_t size) {
   return static_cast<Block*>(memory.release());
 }
 
+void CDib::Hold(Block* block) noexcept {
+  if (block) ++block->references;
+}
+
+void CDib::Release(Block* block) noexcept {
+  if (block && block->references-- == 1) std::free(block);
+}
+
 /// Leaves the block for another one, which may be the same.
 void CDib::Take(Block* block) noexcept {
-  if (block == block_) return;
-  DecRef();
+  Hold(block);
+  Release(block_);
   block_ = block;
-  AddRef();
 }
 
 }  // namespace vlm

@@ -155,6 +155,8 @@ class VELUM_API CDib {
   [[gnu::visibility("hidden")]] static Block* Allocate(const BITMAPINFOHEADER& header,
                                                        const Sizes& sizes);
   [[gnu::visibility("hidden")]] static Block* ReadBlock(CFile& file, std::uint32_t size);
+  [[gnu::visibility("hidden")]] static void Hold(Block* block) noexcept;
+  [[gnu::visibility("hidden")]] static void Release(Block* block) noexcept;
   [[gnu::visibility("hidden")]] void Take(Block* block) noexcept;
 
   Block* block_ = nullptr;
