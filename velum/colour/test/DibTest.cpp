@@ -324,7 +324,7 @@ TEST(Dib, ADamagedFormIsRefusedAndTheBitmapStays) {
   // What has a meaning in memory only may be anything.
   CDib dib;
   std::string stored = sound;
-  for (const std::size_t offset : {4, 20, 24, 32}) {
+  for (const std::size_t offset : {4u, 20u, 24u, 32u}) {
     std::memset(stored.data() + offset, 0xEE, 4);
   }
   Restore(dib, stored);
