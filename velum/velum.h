@@ -71,6 +71,7 @@
 #include <velum/diagnostics/DllCache.h>
 #include <velum/diagnostics/DynLib.h>
 #include <velum/diagnostics/Forward.h>
+#include <velum/diagnostics/GdiPlus.h>
 #include <velum/diagnostics/LocateFile.h>
 #include <velum/diagnostics/Logger.h>
 #include <velum/diagnostics/MachineInfo.h>

@@ -8,6 +8,22 @@
 
 namespace vlm {
 
+namespace Gdiplus {
+class Bitmap;
+class Color;
+class Font;
+class Graphics;
+class Matrix;
+class Pen;
+class SolidBrush;
+class StringFormat;
+struct BitmapData;
+struct Point;
+struct PointF;
+struct Rect;
+struct RectF;
+}  // namespace Gdiplus
+
 class CDllCache;
 class CDynLib;
 class CLogger;

@@ -132,6 +132,14 @@ struct EXCEPTION_POINTERS {
   CONTEXT* ContextRecord;             ///< The state; null if it is not known.
 };
 
+/// A number that nobody else gives to what it names.
+struct GUID {
+  std::uint32_t Data1;    ///< The first 32 bits.
+  std::uint16_t Data2;    ///< The next 16.
+  std::uint16_t Data3;    ///< The next 16.
+  std::uint8_t Data4[8];  ///< The other 64.
+};
+
 /// Memory that the program may not use in this way. The first parameter is 0 for reading and 1 for
 /// writing, the second is the address.
 inline constexpr std::uint32_t EXCEPTION_ACCESS_VIOLATION = 0xC0000005;
@@ -295,6 +303,21 @@ struct HFONT__ {
 struct HINSTANCE__ {
   int unused;  ///< Not in use.
 };
+/// What `HWND` points to. No object of it exists.
+struct HWND__ {
+  int unused;  ///< Not in use.
+};
+/// What `HBITMAP` points to; only its address means anything.
+struct HBITMAP__ {
+  int unused;  ///< Not in use.
+};
+/// What `HPEN` points to; only its address means anything.
+struct HPEN__ {
+  int unused;  ///< Not in use.
+};
+using HWND = HWND__*;            ///< A handle of a window; null for the screen.
+using HBITMAP = HBITMAP__*;      ///< A handle of a bitmap made for a drawing context.
+using HPEN = HPEN__*;            ///< A handle of a pen made for drawing.
 using HDC = HDC__*;              ///< A handle of a drawing context.
 using HFONT = HFONT__*;          ///< A handle of a face made for drawing.
 using HINSTANCE = HINSTANCE__*;  ///< A handle of a loaded module.
@@ -372,6 +395,7 @@ using tag_SCRIPT_ITEM = SCRIPT_ITEM;             ///< `SCRIPT_ITEM` under its ta
 static_assert(sizeof(POINT) == 8 && sizeof(RECT) == 16 && sizeof(SIZE) == 8);
 static_assert(sizeof(RGBQUAD) == 4);
 static_assert(sizeof(BITMAPINFOHEADER) == 40 && sizeof(BITMAPINFO) == 44);
+static_assert(sizeof(RGBQUAD) == 4 && sizeof(GUID) == 16);
 static_assert(sizeof(GLYPHMETRICS) == 20 && sizeof(LOGFONTA) == 60);
 static_assert(sizeof(TEXTMETRICA) == 56 && sizeof(OUTLINETEXTMETRICA) == 212);
 static_assert(sizeof(SCRIPT_ANALYSIS) == 4 && sizeof(SCRIPT_ITEM) == 8);
