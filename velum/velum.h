@@ -178,6 +178,7 @@
 #include <velum/numerics/Eigenvectors.h>
 #include <velum/numerics/Forward.h>
 #include <velum/numerics/GaussSolve.h>
+#include <velum/numerics/Histogram.h>
 #include <velum/numerics/ImageRegistration.h>
 #include <velum/numerics/ImageWarp.h>
 #include <velum/numerics/InverseDistanceSquared.h>

@@ -10,6 +10,7 @@ namespace vlm {
 
 class CExponentialSpline;
 class CGeneralLinear;
+class CHistogram;
 class CIdentityMap;
 class CImageRegistration;
 class CImageWarp;
