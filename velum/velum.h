@@ -69,12 +69,19 @@
 #include <velum/dates/VariantTime.h>
 #include <velum/diagnostics/CrashHandler.h>
 #include <velum/diagnostics/DllCache.h>
+#include <velum/diagnostics/DrawingContext.h>
 #include <velum/diagnostics/DynLib.h>
+#include <velum/diagnostics/EMFRefDC.h>
 #include <velum/diagnostics/Forward.h>
 #include <velum/diagnostics/GdiPlus.h>
+#include <velum/diagnostics/GdiPlusStart.h>
+#include <velum/diagnostics/GdiPlusUtil.h>
+#include <velum/diagnostics/GdiUtil.h>
 #include <velum/diagnostics/LocateFile.h>
 #include <velum/diagnostics/Logger.h>
 #include <velum/diagnostics/MachineInfo.h>
+#include <velum/diagnostics/MapMode.h>
+#include <velum/diagnostics/MemDC.h>
 #include <velum/diagnostics/MessageHook.h>
 #include <velum/diagnostics/ModQuery.h>
 #include <velum/diagnostics/RecentLines.h>
@@ -82,6 +89,7 @@
 #include <velum/diagnostics/ScopedLogMessage.h>
 #include <velum/diagnostics/SystemInfo.h>
 #include <velum/diagnostics/Timer.h>
+#include <velum/diagnostics/XPTheme.h>
 #include <velum/files/Archive.h>
 #include <velum/files/BufferedFile.h>
 #include <velum/files/CodePageInfo.h>
@@ -101,7 +109,6 @@
 #include <velum/fonts/FaceInfo.h>
 #include <velum/fonts/FontRefDC.h>
 #include <velum/fonts/Forward.h>
-#include <velum/fonts/GdiPlusStart.h>
 #include <velum/fonts/PolygonalGlyph.h>
 #include <velum/fonts/PolygonalGlyphCache.h>
 #include <velum/fonts/SYMFaceInfo.h>

@@ -25,7 +25,7 @@
 /// shapes stand as vectors.
 ///
 /// *Status.* No call throws. One that fails says so by its result, paints nothing and leaves its
-/// status in the object; whatever comes next is painted all the same. Coordinates beyond 4,000,000
+/// status in the object; whatever comes next is painted all the same. Coordinates beyond 1,000,000
 /// pixels are taken as that.
 
 #include <velum/core/Api.h>
@@ -40,6 +40,7 @@ struct _cairo;
 namespace vlm::platform {
 class Painter;
 class PixelSurface;
+struct PaintFont;
 }  // namespace vlm::platform
 
 /// Painting under the names of a published interface.
@@ -260,6 +261,9 @@ class VELUM_API Font {
  private:
   friend class Graphics;
 
+  [[gnu::visibility("hidden")]] bool IsUsable() const noexcept;
+  [[gnu::visibility("hidden")]] platform::PaintFont Describe() const;
+
   std::string family_;
   REAL emSize_;
   INT style_;
@@ -315,10 +319,11 @@ class VELUM_API Bitmap {
 
 /// Paints on a bitmap or on a Cairo context.
 ///
-/// Has identity. It holds on to its surface, so that the bitmap or the context may go first. It
-/// paints with the matrix, the clip and the surface that the context has when the object is made,
-/// and leaves the context as it was. One thread uses it at a time; objects on different threads
-/// and surfaces do not disturb each other, since each thread has its own fonts.
+/// Has identity. It holds on to its surface, so that the bitmap or the context may go first. Its
+/// coordinates are those that the context has when the object is made; the clip of the context
+/// holds too, and each call leaves the context as it was. One thread uses it at a time; objects of
+/// different threads do not disturb each other on different surfaces, since each thread has fonts
+/// of its own.
 ///
 /// A text is UTF-16; `length` counts its elements, -1 for a terminated one, and a terminator ends
 /// any. It is measured as it is drawn, whatever the surface and its scale: as wide as the pen

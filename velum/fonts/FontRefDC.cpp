@@ -1,11 +1,13 @@
 #include <velum/fonts/FontRefDC.h>
 
+#include <velum/diagnostics/DrawingContext.h>
 #include <velum/fonts/TrueTypeFaceInfo.h>
 #include <velum/platform/detail/FontCatalog.h>
 #include <velum/platform/detail/ReferenceContext.h>
 
 #include <cmath>
 #include <cstring>
+#include <new>
 #include <string>
 
 namespace vlm {
@@ -27,11 +29,13 @@ const platform::FontEntry* FindEntry(const CFaceInfo& face) {
 
 }  // namespace
 
-FontRefDC::FontRefDC() : context_(platform::GetReferenceContext()) {}
+FontRefDC::FontRefDC() : context_(GetDC(nullptr)) {
+  if (!context_) throw std::bad_alloc();
+}
 
 FontRefDC::~FontRefDC() {
   if (original_) platform::DeleteFontHandle(platform::SelectFontHandle(context_, original_));
-  platform::ReleaseReferenceContext(context_);
+  ReleaseDC(nullptr, context_);
 }
 
 void FontRefDC::SelectEmFont(const CFaceInfo& face) {

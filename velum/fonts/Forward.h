@@ -9,7 +9,6 @@
 namespace vlm {
 
 class CFaceInfo;
-class CStartGdiPlus;
 class CStrokedFace;
 class CSYMFaceInfo;
 class CSYMSetInfo;

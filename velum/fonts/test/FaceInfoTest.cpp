@@ -3,7 +3,7 @@
 #include <velum/core/Exception.h>
 #include <velum/diagnostics/Logger.h>
 #include <velum/fonts/FontRefDC.h>
-#include <velum/fonts/GdiPlusStart.h>
+#include <velum/diagnostics/GdiPlusStart.h>
 #include <velum/fonts/SYMFaceInfo.h>
 #include <velum/fonts/SymbolSets.h>
 #include <velum/fonts/SystemFaceInfo.h>

@@ -87,8 +87,8 @@ class Painter {
 
   /// Moves what comes next, before what is there.
   virtual PaintResult Translate(double dx, double dy) = 0;
-  /// Turns what comes next by radians clockwise, before what is there.
-  virtual PaintResult Rotate(double angle) = 0;
+  /// Turns what comes next by degrees clockwise, before what is there.
+  virtual PaintResult Rotate(double degrees) = 0;
   /// Takes away what `Translate` and `Rotate` did.
   virtual PaintResult ResetTransform() = 0;
   /// Paints inside of a rectangle alone, in place of that of an earlier call.
@@ -96,7 +96,7 @@ class Painter {
   /// Takes the clip away.
   virtual PaintResult ResetClip() = 0;
 
-  /// The surface, for `MakeCanvas`; null if there is none.
+  /// What it paints on, for `MakeCanvas`; null if it is no Cairo context.
   [[nodiscard]] virtual struct _cairo* Context() const noexcept { return nullptr; }
 };
 

@@ -15,24 +15,18 @@ struct Font : HFONT__ {
   bool isOpened = false;
 };
 
-struct Context : HDC__ {
-  Font* selected;
-};
-
 // What is selected in a new context.
 constinit Font stockFont{};
 
-Font* Selected(HDC context) { return static_cast<Context*>(context)->selected; }
+Font* Selected(HDC context) {
+  return static_cast<Font*>(static_cast<FontContext*>(context)->selected);
+}
 
 }  // namespace
 
-HDC GetReferenceContext() {
-  auto* const context = new Context{};
-  context->selected = &stockFont;
-  return context;
-}
+FontContext::FontContext() noexcept : HDC__{}, selected(&stockFont) {}
 
-void ReleaseReferenceContext(HDC context) noexcept { delete static_cast<Context*>(context); }
+FontContext::~FontContext() = default;
 
 HFONT CreateFontHandle(const FontEntry& entry) {
   auto* const font = new Font{};
@@ -42,7 +36,7 @@ HFONT CreateFontHandle(const FontEntry& entry) {
 
 HFONT SelectFontHandle(HDC context, HFONT font) noexcept {
   Font* const before = Selected(context);
-  static_cast<Context*>(context)->selected = static_cast<Font*>(font);
+  static_cast<FontContext*>(context)->selected = font;
   return before;
 }
 

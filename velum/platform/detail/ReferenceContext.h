@@ -10,10 +10,16 @@ namespace vlm::platform {
 struct FontEntry;
 class OutlineFont;
 
-/// A context of the screen, with no outline face selected. *Errors*: `std::bad_alloc`.
-[[nodiscard]] HDC GetReferenceContext();
-/// Gives a context back; not the face that is selected in it.
-void ReleaseReferenceContext(HDC context) noexcept;
+/// What a `HDC` of the library points to: with no outline face selected at first. What else a
+/// context has belongs to whoever derives from it.
+struct FontContext : HDC__ {
+  FontContext() noexcept;
+  FontContext(const FontContext&) = delete;
+  FontContext& operator=(const FontContext&) = delete;
+  virtual ~FontContext();
+
+  HFONT selected;  ///< The selected face, never null.
+};
 
 /// Makes a handle of an installed face. *Errors*: `std::bad_alloc`. *Lifetime*: that of `entry` at
 /// most.

@@ -1,6 +1,6 @@
-#include <velum/fonts/GdiPlusStart.h>
+#include <velum/diagnostics/GdiPlusStart.h>
 
-#include <velum/fonts/detail/QuietLog.h>
+#include <velum/diagnostics/detail/QuietLog.h>
 
 #include <atomic>
 

@@ -1,0 +1,59 @@
+#include <velum/diagnostics/MemDC.h>
+
+#include <velum/core/Exception.h>
+#include <velum/diagnostics/DrawingContext.h>
+#include <velum/diagnostics/detail/DeviceContext.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace vlm {
+
+namespace {
+
+std::int32_t Distance(std::int32_t from, std::int32_t to) {
+  return static_cast<std::int32_t>(
+      std::min<std::int64_t>(std::int64_t{to} - from, std::numeric_limits<std::int32_t>::max()));
+}
+
+}  // namespace
+
+CMemDC::CMemDC(HDC target, const RECT* rect) : memory_(nullptr), target_(target), rect_{} {
+  if (!target) ThrowErrorImpl("GdiUtil", __LINE__, ERR_INTERNAL);
+  if (rect) {
+    rect_ = *rect;
+  } else {
+    GetClipBox(target, &rect_);
+  }
+  const detail::DeviceContext& to = *detail::ContextOf(target);
+  // Kept in device units, in which it is copied: logical ones may be too coarse to tell the pixels.
+  rect_ = detail::ToDevice(to.mapping, rect_);
+  const SIZE size{Distance(rect_.left, rect_.right), Distance(rect_.top, rect_.bottom)};
+  memory_ = CreateCompatibleDC(target);
+  bitmap_ = CreateCompatibleBitmap(memory_, size.cx, size.cy);
+  replaced_ = bitmap_ ? SelectObject(memory_, bitmap_) : nullptr;
+  if (!replaced_) {
+    DeleteDC(memory_);
+    DeleteObject(bitmap_);
+    ThrowErrorImpl("GdiUtil", __LINE__, ERR_INTERNAL);
+  }
+
+  POINT corner{rect_.left, rect_.top};
+  DPtoLP(target, &corner, 1);
+  detail::DeviceContext& memory = *detail::ContextOf(memory_);
+  memory.mapping = to.mapping;
+  memory.mapping.SetViewportOrgEx(0, 0, nullptr);
+  memory.mapping.SetWindowOrgEx(corner.x, corner.y, nullptr);
+  memory.background = to.background;
+  memory.canvas->Fill({0, 0, size.cx, size.cy}, to.background);
+}
+
+CMemDC::~CMemDC() {
+  const detail::DeviceContext& to = *detail::ContextOf(target_);
+  if (to.canvas) to.canvas->Copy(rect_, *detail::ContextOf(memory_)->canvas, {0, 0});
+  SelectObject(memory_, replaced_);
+  DeleteObject(bitmap_);
+  DeleteDC(memory_);
+}
+
+}  // namespace vlm
