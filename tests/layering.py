@@ -32,6 +32,12 @@ UPWARD = {
     "velum/colour/Dib.cpp": {"velum/files/File.h", "velum/files/detail/FileError.h"},
     # The colour table is a file of settings, which may lie in any of the places of files.
     "velum/colour/detail/ColorFile.cpp": {"velum/diagnostics/LocateFile.h", "velum/files/ConfigFile.h"},
+    # Charts are drawn with the painting classes, in the face that the application has set.
+    "velum/numerics/DrawStats.h": {"velum/diagnostics/Forward.h"},
+    "velum/numerics/DrawStats.cpp": {
+        "velum/diagnostics/GdiPlus.h", "velum/diagnostics/GdiPlusStart.h", "velum/diagnostics/GdiPlusUtil.h"},
+    "velum/numerics/detail/ChartPaper.h": {"velum/diagnostics/GdiPlus.h"},
+    "velum/numerics/detail/ChartPaper.cpp": {"velum/diagnostics/SystemInfo.h"},
     # The default faces are those that the list of faces gives.
     "velum/diagnostics/SystemInfo.cpp": {"velum/fonts/SystemFaceInfo.h"},
 }

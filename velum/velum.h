@@ -182,6 +182,7 @@
 #include <velum/mathtext/TextIF.h>
 #include <velum/numerics/ConjugateGradients.h>
 #include <velum/numerics/DoubleDouble.h>
+#include <velum/numerics/DrawStats.h>
 #include <velum/numerics/Eigenvectors.h>
 #include <velum/numerics/Forward.h>
 #include <velum/numerics/GaussSolve.h>

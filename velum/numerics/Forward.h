@@ -8,6 +8,7 @@
 
 namespace vlm {
 
+class CDrawStats;
 class CExponentialSpline;
 class CGeneralLinear;
 class CHistogram;
