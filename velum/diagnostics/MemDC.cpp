@@ -20,14 +20,13 @@ std::int32_t Distance(std::int32_t from, std::int32_t to) {
 
 CMemDC::CMemDC(HDC target, const RECT* rect) : memory_(nullptr), target_(target), rect_{} {
   if (!target) ThrowErrorImpl("GdiUtil", __LINE__, ERR_INTERNAL);
-  if (rect) {
-    rect_ = *rect;
-  } else {
-    GetClipBox(target, &rect_);
-  }
   const detail::DeviceContext& to = *detail::ContextOf(target);
-  // Kept in device units, in which it is copied: logical ones may be too coarse to tell the pixels.
-  rect_ = detail::ToDevice(to.mapping, rect_);
+  // Kept in device units, since logical ones may be too coarse to tell pixels apart.
+  if (rect) {
+    rect_ = detail::ToDevice(to.mapping, *rect);
+  } else if (to.canvas) {
+    rect_ = to.canvas->ClipBox();
+  }
   const SIZE size{Distance(rect_.left, rect_.right), Distance(rect_.top, rect_.bottom)};
   memory_ = CreateCompatibleDC(target);
   bitmap_ = CreateCompatibleBitmap(memory_, size.cx, size.cy);

@@ -26,9 +26,16 @@ void StraightRow(const std::uint8_t* pixels, int width, std::uint8_t* out) {
     std::uint32_t pixel;
     std::memcpy(&pixel, pixels, 4);
     const std::uint32_t alpha = pixel >> 24;
+    // Most pixels are opaque, and those only have another order of bytes.
+    if (alpha == 255) {
+      out[0] = static_cast<std::uint8_t>(pixel >> 16);
+      out[1] = static_cast<std::uint8_t>(pixel >> 8);
+      out[2] = static_cast<std::uint8_t>(pixel);
+      out[3] = 255;
+      continue;
+    }
     const auto part = [&](int shift) {
       const std::uint32_t value = pixel >> shift & 0xFF;
-      if (alpha == 255) return static_cast<std::uint8_t>(value);
       // What another's pixels hold beyond alpha can't be shown.
       return static_cast<std::uint8_t>(value >= alpha ? (alpha == 0 ? 0 : 255)
                                                       : (value * 255 + alpha / 2) / alpha);
