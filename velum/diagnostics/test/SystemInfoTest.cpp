@@ -19,9 +19,6 @@
 #include <utility>
 #include <vector>
 
-/// The C library loses the list of folders that it makes of LOCPATH for each locale it loads.
-extern "C" const char* __lsan_default_suppressions() { return "leak:argz_add_sep\n"; }
-
 namespace vlm {
 namespace {
 
