@@ -26,8 +26,9 @@ using platform::PaintPoint;
 using platform::PaintResult;
 
 constexpr INT kLargestSide = 32767;
-// Beyond it, Pango's measures would not fit into 32 bits.
 constexpr REAL kLargestFont = 10000;
+// Pango counts 1024 to a pixel in 32 bits.
+constexpr double kLongestText = 1e6;
 
 Status StatusOf(PaintResult result) {
   switch (result) {
@@ -39,6 +40,8 @@ Status StatusOf(PaintResult result) {
       return GenericError;
   }
 }
+
+Status StatusOf(Status status) { return status; }
 
 Status StatusOf(platform::SaveResult result) {
   switch (result) {
@@ -104,6 +107,10 @@ REAL Font::GetHeight(const Graphics* graphics) const {
 }
 
 bool Font::IsUsable() const noexcept { return emSize_ > 0 && emSize_ <= kLargestFont; }
+
+bool Font::CanSet(const std::string& text) const noexcept {
+  return static_cast<double>(text.size()) * emSize_ * 96 / 72 <= kLongestText;
+}
 
 platform::PaintFont Font::Describe() const {
   return {family_, emSize_, (style_ & FontStyleBold) != 0};
@@ -259,6 +266,7 @@ Status Graphics::MeasureString(const wchar_t* text, INT length, const Font* font
   return Paint(
       IsText(text, length) && font && font->IsUsable() && box, [&](platform::Painter& painter) {
         const std::string narrow = Narrow(text, length);
+        if (!font->CanSet(narrow)) return InvalidParameter;
         double width = 0;
         double height = 0;
         const PaintResult result =
@@ -267,7 +275,7 @@ Status Graphics::MeasureString(const wchar_t* text, INT length, const Font* font
         if (result == PaintResult::kDone) {
           *box = RectF(origin.X, origin.Y, static_cast<REAL>(width), static_cast<REAL>(height));
         }
-        return result;
+        return StatusOf(result);
       });
 }
 
@@ -277,11 +285,12 @@ Status Graphics::DrawString(const wchar_t* text, INT length, const Font* font, c
                        std::isfinite(origin.X) && std::isfinite(origin.Y);
   return Paint(isValid, [&](platform::Painter& painter) {
     const std::string narrow = Narrow(text, length);
-    if (narrow.empty()) return PaintResult::kDone;
+    if (narrow.empty()) return Ok;
+    if (!font->CanSet(narrow)) return InvalidParameter;
     const StringFormat how = format ? *format : StringFormat();
-    return painter.DrawText(narrow, font->Describe(), {origin.X, origin.Y},
-                            PaintAlignmentOf(how.GetAlignment()),
-                            PaintAlignmentOf(how.GetLineAlignment()), brush->GetColor().GetValue());
+    return StatusOf(painter.DrawText(
+        narrow, font->Describe(), {origin.X, origin.Y}, PaintAlignmentOf(how.GetAlignment()),
+        PaintAlignmentOf(how.GetLineAlignment()), brush->GetColor().GetValue()));
   });
 }
 

@@ -24,8 +24,9 @@
 /// one pixel further. Slanted lines and curves have smooth edges. On a surface of vectors the same
 /// shapes stand as vectors.
 ///
-/// *Status.* No call throws. One that fails says so by its result, paints nothing and leaves its
-/// status in the object; whatever comes next is painted all the same. Coordinates beyond 1,000,000
+/// *Status.* Nothing throws but what makes an object, which may give `std::bad_alloc`. A call that
+/// fails says so by its result, paints nothing and leaves its status in the object; whatever comes
+/// next is painted all the same. Coordinates beyond 1,000,000
 /// pixels are taken as that.
 
 #include <velum/core/Api.h>
@@ -262,6 +263,7 @@ class VELUM_API Font {
   friend class Graphics;
 
   [[gnu::visibility("hidden")]] bool IsUsable() const noexcept;
+  [[gnu::visibility("hidden")]] bool CanSet(const std::string& text) const noexcept;
   [[gnu::visibility("hidden")]] platform::PaintFont Describe() const;
 
   std::string family_;
@@ -327,7 +329,8 @@ class VELUM_API Bitmap {
 ///
 /// A text is UTF-16; `length` counts its elements, -1 for a terminated one, and a terminator ends
 /// any. It is measured as it is drawn, whatever the surface and its scale: as wide as the pen
-/// moves, as high as its lines.
+/// moves, as high as its lines. One that would be longer than 1,000,000 pixels if each byte of its
+/// UTF-8 form were as wide as the font is high is refused: `InvalidParameter`.
 class VELUM_API Graphics {
  public:
   /// Paints on `bitmap`. Null, or one that holds nothing: every call answers `WrongState`.

@@ -291,6 +291,7 @@ TEST(Graphics, AFailedCallLeavesItsStatusAndTheNextOnePaints) {
   graphics.FillRectangle(&kWhite, 0, 0, 4, 4);
   const Point points[] = {{0, 0}, {1, 1}};
   const Gdiplus::Font font(L"DejaVu Sans", 10);
+  const std::wstring endless(75001, L'm');  // each as wide as 40 / 3 pixels at most
   const Gdiplus::Font huge(L"DejaVu Sans", 1e9f);
   const Gdiplus::Font none(nullptr, std::nanf(""));
   RectF box;
@@ -307,6 +308,8 @@ TEST(Graphics, AFailedCallLeavesItsStatusAndTheNextOnePaints) {
       [&] { return graphics.MeasureString(L"a", -1, &none, {}, &box); },
       [&] { return graphics.MeasureString(nullptr, -1, &font, {}, &box); },
       [&] { return graphics.MeasureString(L"a", -2, &font, {}, &box); },
+      [&] { return graphics.MeasureString(endless.c_str(), -1, &font, {}, &box); },
+      [&] { return graphics.DrawString(endless.c_str(), -1, &font, {}, nullptr, &kInk); },
       [&] { return graphics.DrawString(L"a", -1, nullptr, {}, nullptr, &kInk); },
       [&] { return graphics.DrawString(L"a", -1, &font, {}, nullptr, nullptr); },
       [&] {

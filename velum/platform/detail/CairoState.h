@@ -5,7 +5,17 @@
 
 #include <cairo.h>
 
+#include <memory>
+
 namespace vlm::platform {
+
+/// Gives a reference to a context back.
+struct ContextReleaser {
+  /// Gives it back.
+  void operator()(cairo_t* context) const { cairo_destroy(context); }
+};
+/// Owns a reference to a context.
+using ContextPtr = std::unique_ptr<cairo_t, ContextReleaser>;
 
 /// Keeps what a context is set to, its path included, and brings it back.
 class KeptState {

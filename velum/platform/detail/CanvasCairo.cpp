@@ -275,16 +275,8 @@ std::unique_ptr<Canvas> MakeCanvas(cairo_t* context) {
 }
 
 std::unique_ptr<Canvas> MakeCanvas(PixelSurface& surface) {
-  cairo_t* const context = cairo_create(surface.Surface());
-  std::unique_ptr<Canvas> canvas;
-  try {
-    canvas = MakeCanvas(context);
-  } catch (...) {
-    cairo_destroy(context);
-    throw;
-  }
-  cairo_destroy(context);
-  return canvas;
+  const ContextPtr context(cairo_create(surface.Surface()));
+  return MakeCanvas(context.get());
 }
 
 }  // namespace vlm::platform

@@ -136,10 +136,11 @@ enum class SaveResult { kDone, kNoMemory, kNoFile };
 /// errno has the reason for `kNoFile`.
 [[nodiscard]] SaveResult SavePng(PixelSurface& surface, const char* path);
 
-/// Makes a painter on pixels, which it holds on to; null without memory.
+/// Makes a painter on pixels, which it holds on to; null if Cairo can't. *Errors*:
+/// `std::bad_alloc`.
 [[nodiscard]] std::unique_ptr<Painter> MakePainter(PixelSurface& surface);
-/// Makes a painter on a Cairo context, to which it holds on; null for null, a context that has
-/// failed, or without memory.
+/// Makes a painter on a Cairo context, to which it holds on; null for null and for a context that
+/// has failed. *Errors*: `std::bad_alloc`.
 [[nodiscard]] std::unique_ptr<Painter> MakePainter(struct _cairo* context);
 
 }  // namespace vlm::platform

@@ -266,10 +266,8 @@ std::uint8_t* PixelSurface::Pixels() noexcept {
 void PixelSurface::MarkWritten() noexcept { cairo_surface_mark_dirty(surface_); }
 
 std::unique_ptr<Painter> MakePainter(PixelSurface& surface) {
-  cairo_t* const context = cairo_create(surface.Surface());
-  std::unique_ptr<Painter> painter = MakePainter(context);
-  cairo_destroy(context);
-  return painter;
+  const ContextPtr context(cairo_create(surface.Surface()));
+  return MakePainter(context.get());
 }
 
 std::unique_ptr<Painter> MakePainter(cairo_t* context) {
