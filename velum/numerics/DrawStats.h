@@ -95,7 +95,7 @@ class VELUM_API CDrawStats {
 
  private:
   GString title_;
-  int number_;
+  [[maybe_unused]] int number_;
 };
 
 }  // namespace vlm

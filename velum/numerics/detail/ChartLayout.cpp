@@ -92,7 +92,7 @@ bool LabelsFit(const ChartAxis& axis, double perUnit, ChartText& text) {
 }  // namespace
 
 double ChartAxis::TickValue(int k) const {
-  if (intervals <= 0) return first;
+  if (intervals <= 0) return first + 0.0;  // which is no -0
   const double value = first + (last - first) * k / intervals;
   // Ticks are multiples of their distance: what is far less is 0, and should read so.
   return std::abs(value) < 1e-9 * ((last - first) / intervals) ? 0.0 : value;

@@ -273,6 +273,8 @@ TEST(ChartLayout, TickLabelsReadAsAPersonWritesThem) {
   EXPECT_EQ(axis.TickLabel(1), "-0.1");
   axis.first = -0.0;
   EXPECT_EQ(axis.TickLabel(0), "0");
+  axis.intervals = 0;
+  EXPECT_EQ(axis.TickLabel(0), "0");
   axis.first = 123456789.125;
   axis.last = 123456790.125;
   axis.intervals = 1;
