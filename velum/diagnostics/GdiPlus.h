@@ -376,7 +376,8 @@ class VELUM_API Graphics {
   Status DrawString(const wchar_t* text, INT length, const Font* font, const PointF& origin,
                     const StringFormat* format, const SolidBrush* brush);
 
-  /// Moves what comes next, before the transforms that are there already.
+  /// Moves what comes next, before the transforms that are there already. An origin further than
+  /// 1,000,000 pixels away is refused: `GenericError`.
   Status TranslateTransform(REAL dx, REAL dy);
   /// Turns what comes next by degrees clockwise, before the transforms that are there already.
   Status RotateTransform(REAL degrees);

@@ -324,7 +324,9 @@ TEST(Graphics, AFailedCallLeavesItsStatusAndTheNextOnePaints) {
     EXPECT_EQ(graphics.GetLastStatus(), InvalidParameter);
     EXPECT_EQ(graphics.GetLastStatus(), Ok);
   }
-  EXPECT_THAT(Letters(bitmap), ElementsAre("#...", "....", "....", "...."));
+  EXPECT_EQ(graphics.TranslateTransform(1e38f, 0), GenericError);
+  EXPECT_EQ(graphics.FillRectangle(&kInk, 1, 1, 1, 1), Ok);
+  EXPECT_THAT(Letters(bitmap), ElementsAre("#...", ".#..", "....", "...."));
 }
 
 TEST(Graphics, WithoutASurfaceEveryCallIsRefused) {

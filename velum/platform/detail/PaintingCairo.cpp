@@ -26,9 +26,8 @@ PaintBox Near(const PaintBox& box) {
   return {x, y, Near(box.x + box.width) - x, Near(box.y + box.height) - y};
 }
 
-bool IsFinite(const cairo_matrix_t& m) {
-  return std::isfinite(m.xx + m.xy + m.yx + m.yy) && std::isfinite(m.x0 + m.y0);
-}
+/// False for NaN too.
+bool IsNear(double coordinate) { return std::abs(coordinate) <= kFarthest; }
 
 void SetColor(cairo_t* context, std::uint32_t argb) {
   const auto part = [argb](int shift) { return (argb >> shift & 0xFF) / 255.0; };
@@ -227,7 +226,7 @@ class CairoPainter final : public Painter {
   void ResetWorld() { cairo_matrix_init_translate(&world_, 0.5, 0.5); }
 
   PaintResult SetWorld(const cairo_matrix_t& matrix) {
-    if (!IsFinite(matrix)) return PaintResult::kFailed;
+    if (!IsNear(matrix.x0) || !IsNear(matrix.y0)) return PaintResult::kFailed;
     world_ = matrix;
     return PaintResult::kDone;
   }
