@@ -16,7 +16,7 @@
 /// one before.
 ///
 /// The face is that of `CSystemInfo::DefVariablePitchFace`: labels have 10 points, titles 12 and
-/// are bold.
+/// are bold. Numbers have the decimal point of the runtime's locale.
 
 #include <velum/core/Api.h>
 #include <velum/core/GString.h>

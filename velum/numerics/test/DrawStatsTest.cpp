@@ -1,6 +1,7 @@
 #include <velum/numerics/DrawStats.h>
 
 #include <velum/diagnostics/GdiPlus.h>
+#include <velum/numerics/NormalDistribution.h>
 #include <velum/numerics/UnivariateStatistics.h>
 
 #include <testing/PictureComparison.h>
@@ -10,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -75,6 +77,24 @@ CUnivariateStatistics Stats(double min, double max, double mean, double stdDev,
   stats.Percentile_75 = min + (max - min) * 0.5;
   stats.Histogram = std::move(bins);
   return stats;
+}
+
+TEST(RecordingPainter, TellsWhatATurnedTextCovers) {
+  const Shapes shapes = ShapesOf([](auto& graphics) {
+    const Gdiplus::Font font(L"any", 10);
+    const Gdiplus::SolidBrush brush(Gdiplus::Color(0xFF112233));
+    Gdiplus::StringFormat format;
+    format.SetAlignment(Gdiplus::StringAlignmentCenter);
+    format.SetLineAlignment(Gdiplus::StringAlignmentFar);
+    graphics.TranslateTransform(100, 50);
+    graphics.RotateTransform(-90);
+    graphics.DrawString(L"abcd", -1, &font, {0, 0}, &format, &brush);
+    graphics.RotateTransform(90);
+    graphics.TranslateTransform(-90, -50);
+    graphics.DrawString(L"ef", -1, &font, {0, 0}, nullptr, &brush);
+  });
+  EXPECT_THAT(BoxesOf(shapes, PaintedShape::Turned, 0xFF112233), ElementsAre(Box(87, 38, 13, 24)));
+  EXPECT_THAT(BoxesOf(shapes, PaintedShape::Text, 0xFF112233), ElementsAre(Box(10, 0, 12, 13)));
 }
 
 TEST(DrawStats, BoxPlotFillsItsRectangle) {
@@ -276,13 +296,20 @@ TEST(DrawStats, TextsKeepApartAndStandAtTheirValues) {
       if (shape.isBold) continue;
       ++labels;
       const double value = std::strtod(shape.text.c_str(), nullptr);
+      const auto share = [&](double lo, double hi) { return (value - lo) / (hi - lo); };
       if (shape.box.y > xAxis[0].y) {
-        const double share =
-            (value - chart.stats.Minimum) / (chart.stats.Maximum - chart.stats.Minimum);
         EXPECT_NEAR(shape.box.x + shape.box.width / 2,
-                    xAxis[0].x + share * (xAxis[1].x - xAxis[0].x), 1.001 + 1e-9 * std::abs(value));
-      } else {
-        EXPECT_LT(shape.box.x + shape.box.width, yAxis[0].x);
+                    xAxis[0].x +
+                        share(chart.stats.Minimum, chart.stats.Maximum) * (xAxis[1].x - xAxis[0].x),
+                    1.001);
+      } else if ((chart.flags & CDrawStats::kNormal) == 0) {
+        const auto& bins = chart.stats.Histogram;
+        const double end = GaussianInv(1 / (chart.stats.Count + 1.0));
+        const double way = chart.isProbabilityPlot
+                               ? share(end, -end)
+                               : share(0, *std::max_element(bins.begin(), bins.end()));
+        EXPECT_NEAR(shape.box.y + shape.box.height / 2,
+                    yAxis[1].y + way * (yAxis[0].y - yAxis[1].y), 1.001);
       }
     }
     if (::testing::Test::HasFailure()) {
