@@ -16,8 +16,10 @@ extern "C" const char* __lsan_default_suppressions() {
 }
 extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }
 extern "C" const char* __tsan_default_suppressions() {
-  return "called_from_lib:libfontconfig.so\n"
+  return "called_from_lib:libcairo.so\n"
+         "called_from_lib:libfontconfig.so\n"
          "called_from_lib:libglib-2.0.so\n"
+         "called_from_lib:libharfbuzz.so\n"
          "called_from_lib:libpango-1.0.so\n"
          "called_from_lib:libpangoft2-1.0.so\n"
          "called_from_lib:libpangocairo-1.0.so\n";
