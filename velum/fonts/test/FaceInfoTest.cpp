@@ -1,9 +1,9 @@
 #include <velum/fonts/FaceInfo.h>
 
 #include <velum/core/Exception.h>
+#include <velum/diagnostics/GdiPlusStart.h>
 #include <velum/diagnostics/Logger.h>
 #include <velum/fonts/FontRefDC.h>
-#include <velum/diagnostics/GdiPlusStart.h>
 #include <velum/fonts/SYMFaceInfo.h>
 #include <velum/fonts/SymbolSets.h>
 #include <velum/fonts/SystemFaceInfo.h>
