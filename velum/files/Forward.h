@@ -14,11 +14,17 @@ class CEncodedBufferedFile;
 class CFile;
 class CFileFind;
 struct CFilenameCompare;
+class CHtmlReport;
 class CMemoryFile;
 class CParamList;
 class CPath;
+class CPrimData;
+class CPrimType;
 class CRegParamList;
+class CWksStore;
 class CodePageInfo;
 struct DeprecatedPath;
+class XMLNode;
+class XMLScanner;
 
 }  // namespace vlm

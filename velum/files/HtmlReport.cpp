@@ -1,0 +1,44 @@
+#include <velum/files/HtmlReport.h>
+
+#include <velum/platform/detail/FileAccess.h>
+#include <velum/platform/detail/FileReplacement.h>
+
+namespace vlm {
+
+namespace {
+
+constexpr int kDigits = 14;
+
+// For what can't be replaced: a pipe, a device, a file in a folder that takes no new one.
+void WriteInPlace(const char* path, const std::string& text) {
+  constexpr unsigned int kEveryone = 0666;  // Less the process's mask.
+  platform::OpenWish wish;
+  wish.sharing.writes = true;
+  wish.creates = true;
+  wish.empties = true;
+  wish.permissions = kEveryone;
+  const int file = platform::OpenFile(path, wish);
+  if (file < 0) return;
+  static_cast<void>(platform::WriteFile(file, text.data(), text.size()));
+  platform::CloseFile(file);
+}
+
+}  // namespace
+
+CHtmlReport::CHtmlReport() { precision(kDigits); }
+
+CHtmlReport::~CHtmlReport() = default;
+
+std::string CHtmlReport::GetReport() const { return str() + "</BODY>\n</HTML>"; }
+
+void CHtmlReport::WriteToFile(const std::string& path) const {
+  const std::string text = GetReport() + "\n";
+  platform::FileReplacement file;
+  if (!file.Begin(path.c_str())) {
+    WriteInPlace(path.c_str(), text);
+  } else if (file.Append(text)) {
+    static_cast<void>(file.Commit());
+  }
+}
+
+}  // namespace vlm
