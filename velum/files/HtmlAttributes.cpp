@@ -23,7 +23,6 @@ std::ostream& Write(std::ostream& out, const auto& attributes) {
 
 }  // namespace
 
-CoreAttrib::CoreAttrib() = default;
 CoreAttrib::CoreAttrib(std::string idText, std::string classText, std::string styleText,
                        std::string titleText)
     : id(std::move(idText)),
@@ -37,7 +36,6 @@ void CoreAttrib::clear() noexcept {
   title.clear();
 }
 
-ImageAttrib::ImageAttrib() = default;
 ImageAttrib::ImageAttrib(std::string idText, std::string classText, std::string styleText,
                          std::string titleText, std::string srcText, std::string altText,
                          std::string longdescText, std::string widthText, std::string heightText,
@@ -62,7 +60,6 @@ void ImageAttrib::clear() noexcept {
   ismap.clear();
 }
 
-RowAttrib::RowAttrib() = default;
 RowAttrib::RowAttrib(std::string idText, std::string classText, std::string styleText,
                      std::string titleText, std::string alignText, std::string charText,
                      std::string charoffText, std::string valignText)
@@ -80,7 +77,6 @@ void RowAttrib::clear() noexcept {
   valign.clear();
 }
 
-ColAttrib::ColAttrib() = default;
 ColAttrib::ColAttrib(std::string idText, std::string classText, std::string styleText,
                      std::string titleText, std::string alignText, std::string charText,
                      std::string charoffText, std::string valignText, std::string spanText,
@@ -96,7 +92,6 @@ void ColAttrib::clear() noexcept {
   width.clear();
 }
 
-CellAttrib::CellAttrib() = default;
 CellAttrib::CellAttrib(std::string idText, std::string classText, std::string styleText,
                        std::string titleText, std::string alignText, std::string charText,
                        std::string charoffText, std::string valignText, std::string rowspanText,
@@ -121,7 +116,6 @@ void CellAttrib::clear() noexcept {
   axis.clear();
 }
 
-TableAttrib::TableAttrib() = default;
 TableAttrib::TableAttrib(std::string idText, std::string classText, std::string styleText,
                          std::string titleText, std::string summaryText, std::string widthText,
                          std::string borderText, std::string frameText, std::string rulesText,

@@ -21,7 +21,7 @@ namespace vlm {
 /// Attributes of every element. A value.
 struct VELUM_API CoreAttrib {
   /// All fields are empty.
-  CoreAttrib();
+  CoreAttrib() = default;
   /// Takes the fields in their order.
   CoreAttrib(std::string idText, std::string classText, std::string styleText,
              std::string titleText);
@@ -37,7 +37,7 @@ struct VELUM_API CoreAttrib {
 /// Attributes of pictures. A value.
 struct VELUM_API ImageAttrib : CoreAttrib {
   /// All fields are empty.
-  ImageAttrib();
+  ImageAttrib() = default;
   /// Takes the fields in their order, those of the base first.
   ImageAttrib(std::string idText, std::string classText, std::string styleText,
               std::string titleText, std::string srcText, std::string altText,
@@ -58,7 +58,7 @@ struct VELUM_API ImageAttrib : CoreAttrib {
 /// Attributes of rows and of groups of rows. A value.
 struct VELUM_API RowAttrib : CoreAttrib {
   /// All fields are empty.
-  RowAttrib();
+  RowAttrib() = default;
   /// Takes the fields in their order, those of the base first.
   RowAttrib(std::string idText, std::string classText, std::string styleText, std::string titleText,
             std::string alignText, std::string charText, std::string charoffText,
@@ -75,7 +75,7 @@ struct VELUM_API RowAttrib : CoreAttrib {
 /// Attributes of columns. A value.
 struct VELUM_API ColAttrib : RowAttrib {
   /// All fields are empty.
-  ColAttrib();
+  ColAttrib() = default;
   /// Takes the fields in their order, those of the base first.
   ColAttrib(std::string idText, std::string classText, std::string styleText, std::string titleText,
             std::string alignText, std::string charText, std::string charoffText,
@@ -90,7 +90,7 @@ struct VELUM_API ColAttrib : RowAttrib {
 /// Attributes of cells. A value.
 struct VELUM_API CellAttrib : RowAttrib {
   /// All fields are empty.
-  CellAttrib();
+  CellAttrib() = default;
   /// Takes the fields in their order, those of the base first.
   CellAttrib(std::string idText, std::string classText, std::string styleText,
              std::string titleText, std::string alignText, std::string charText,
@@ -111,7 +111,7 @@ struct VELUM_API CellAttrib : RowAttrib {
 /// Attributes of tables. A value.
 struct VELUM_API TableAttrib : CoreAttrib {
   /// All fields are empty.
-  TableAttrib();
+  TableAttrib() = default;
   /// Takes the fields in their order, those of the base first.
   TableAttrib(std::string idText, std::string classText, std::string styleText,
               std::string titleText, std::string summaryText, std::string widthText,

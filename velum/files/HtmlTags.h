@@ -52,8 +52,10 @@ struct VELUM_API Img : ImageAttrib {
 ///
 /// It is that of the moment of writing, in English: "Mon Nov 23 16:58:18 2026".
 struct VELUM_API TimeStamp : CoreAttrib {
+  /// A time without attributes.
+  TimeStamp() = default;
   /// A time with attributes.
-  explicit TimeStamp(const CoreAttrib& attributes = {});
+  explicit TimeStamp(const CoreAttrib& attributes);
 };
 
 /// A heading: `H1` to `H6`. A value.
@@ -76,9 +78,10 @@ struct VELUM_API Anchor : CoreAttrib {
 
 /// The beginning of a cell: `TD`. A value.
 struct VELUM_API TDBeg : CellAttrib {
+  /// A cell without attributes.
+  TDBeg() = default;
   /// A cell over so many rows and columns; the two texts replace those among the attributes.
-  explicit TDBeg(std::string rows = {}, std::string columns = {},
-                 const CellAttrib& attributes = {});
+  explicit TDBeg(std::string rows, std::string columns = {}, const CellAttrib& attributes = {});
 };
 
 /// A paragraph: `P`. A value.
@@ -107,74 +110,98 @@ struct VELUM_API Caption : CoreAttrib {
 
 /// The beginning of a list of terms: `DL`. A value.
 struct VELUM_API DLBeg : CoreAttrib {
+  /// The tag alone.
+  DLBeg() = default;
   /// The tag with attributes.
-  explicit DLBeg(const CoreAttrib& attributes = {});
+  explicit DLBeg(const CoreAttrib& attributes);
 };
 
 /// The beginning of a numbered list: `OL`. A value.
 struct VELUM_API OLBeg : CoreAttrib {
+  /// The tag alone.
+  OLBeg() = default;
   /// The tag with attributes.
-  explicit OLBeg(const CoreAttrib& attributes = {});
+  explicit OLBeg(const CoreAttrib& attributes);
 };
 
 /// The beginning of a list: `UL`. A value.
 struct VELUM_API ULBeg : CoreAttrib {
+  /// The tag alone.
+  ULBeg() = default;
   /// The tag with attributes.
-  explicit ULBeg(const CoreAttrib& attributes = {});
+  explicit ULBeg(const CoreAttrib& attributes);
 };
 
 /// The beginning of a list's item: `LI`. A value.
 struct VELUM_API LIBeg : CoreAttrib {
+  /// The tag alone.
+  LIBeg() = default;
   /// The tag with attributes.
-  explicit LIBeg(const CoreAttrib& attributes = {});
+  explicit LIBeg(const CoreAttrib& attributes);
 };
 
 /// A column: `COL`. A value.
 struct VELUM_API Col : ColAttrib {
+  /// The tag alone.
+  Col() = default;
   /// The tag with attributes.
-  explicit Col(const ColAttrib& attributes = {});
+  explicit Col(const ColAttrib& attributes);
 };
 
 /// A group of columns: `COLGROUP`. A value.
 struct VELUM_API ColGroup : ColAttrib {
+  /// The tag alone.
+  ColGroup() = default;
   /// The tag with attributes.
-  explicit ColGroup(const ColAttrib& attributes = {});
+  explicit ColGroup(const ColAttrib& attributes);
 };
 
 /// The beginning of a table: `TABLE`. A value.
 struct VELUM_API TableBeg : TableAttrib {
+  /// The tag alone.
+  TableBeg() = default;
   /// The tag with attributes.
-  explicit TableBeg(const TableAttrib& attributes = {});
+  explicit TableBeg(const TableAttrib& attributes);
 };
 
 /// The beginning of a table's body: `TBODY`. A value.
 struct VELUM_API TBodyBeg : RowAttrib {
+  /// The tag alone.
+  TBodyBeg() = default;
   /// The tag with attributes.
-  explicit TBodyBeg(const RowAttrib& attributes = {});
+  explicit TBodyBeg(const RowAttrib& attributes);
 };
 
 /// The beginning of a table's head: `THEAD`. A value.
 struct VELUM_API THeadBeg : RowAttrib {
+  /// The tag alone.
+  THeadBeg() = default;
   /// The tag with attributes.
-  explicit THeadBeg(const RowAttrib& attributes = {});
+  explicit THeadBeg(const RowAttrib& attributes);
 };
 
 /// The beginning of a table's foot: `TFOOT`. A value.
 struct VELUM_API TFootBeg : RowAttrib {
+  /// The tag alone.
+  TFootBeg() = default;
   /// The tag with attributes.
-  explicit TFootBeg(const RowAttrib& attributes = {});
+  explicit TFootBeg(const RowAttrib& attributes);
 };
 
 /// The beginning of a row: `TR`. A value.
 struct VELUM_API TRBeg : RowAttrib {
+  /// The tag alone.
+  TRBeg() = default;
   /// The tag with attributes.
-  explicit TRBeg(const RowAttrib& attributes = {});
+  explicit TRBeg(const RowAttrib& attributes);
 };
 
 /// A rule across the page: `HR`. A value.
 struct VELUM_API HRule : CoreAttrib {
+  /// The tag alone.
+  HRule() = default;
   /// The tag with attributes.
-  explicit HRule(const CoreAttrib& attributes = {});
+  explicit HRule(const CoreAttrib& attributes);
 };
 
 /// The end of a list of terms: `DL`. A value.

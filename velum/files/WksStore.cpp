@@ -6,7 +6,10 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstddef>
+#include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <utility>
 
 namespace vlm {
@@ -27,46 +30,56 @@ CWksStore::DataType TypeOf(std::uint64_t cell) noexcept {
   return cell == kEmpty ? CWksStore::DataEmpty : CWksStore::DataText;
 }
 
+struct Free {
+  void operator()(char* pool) const noexcept { std::free(pool); }
+};
+
 [[noreturn]] void ThrowTooLong() { throw LengthError("vector<T> too long"); }
 
 }  // namespace
 
 struct CWksStore::Column {
   Column() = default;
-  Column(const Column& other)
-      : cells(other.cells),
-        poolSize(other.poolSize),
-        poolCapacity(other.poolSize),
-        pool(poolCapacity == 0 ? nullptr : new char[poolCapacity]) {
-    if (poolSize != 0) std::memcpy(pool.get(), other.pool.get(), poolSize);
+  Column(const Column& other) : cells(other.cells) {
+    if (other.poolSize == 0) return;
+    MakeRoom(other.poolSize, nullptr);
+    poolSize = other.poolSize;
+    std::memcpy(pool.get(), other.pool.get(), poolSize);
   }
 
   // Puts a text behind the others and gives its place.
   std::uint32_t Add(const char* text) {
     const std::size_t size = std::strlen(text) + 1;
     if (size > kMostPool - poolSize) ThrowTooLong();
-    if (poolSize + size > poolCapacity) {
-      std::size_t capacity = std::max<std::size_t>(poolCapacity, kFirstPool / 2);
-      while (capacity < poolSize + size) capacity *= 2;
-      capacity = std::min(std::max(capacity, kFirstPool), kMostPool);
-      std::unique_ptr<char[]> larger(new char[capacity]);
-      if (poolSize != 0) std::memcpy(larger.get(), pool.get(), poolSize);
-      // The text may lie in the old pool, which therefore goes last.
-      std::memcpy(larger.get() + poolSize, text, size);
-      pool.swap(larger);
-      poolCapacity = static_cast<std::uint32_t>(capacity);
-    } else {
-      std::memcpy(pool.get() + poolSize, text, size);
-    }
+    if (poolSize + size > poolCapacity) text = MakeRoom(size, text);
+    std::memcpy(pool.get() + poolSize, text, size);
     const std::uint32_t place = poolSize;
     poolSize += static_cast<std::uint32_t>(size);
     return place;
   }
 
+  // Enlarges the pool for another text and gives the place of that text, which may lie in the pool.
+  const char* MakeRoom(std::size_t size, const char* text) {
+    std::size_t capacity = std::max<std::size_t>(poolCapacity, kFirstPool / 2);
+    while (capacity < poolSize + size) capacity *= 2;
+    capacity = std::min(std::max(capacity, kFirstPool), kMostPool);
+    const std::less<const char*> before;
+    const char* const old = pool.get();
+    const bool isOwn = old && !before(text, old) && before(text, old + poolSize);
+    const std::ptrdiff_t place = isOwn ? text - old : 0;
+    auto* const larger = static_cast<char*>(std::realloc(pool.get(), capacity));
+    if (!larger) throw BadAllocError();
+    static_cast<void>(pool.release());
+    pool.reset(larger);
+    poolCapacity = static_cast<std::uint32_t>(capacity);
+    return isOwn ? larger + place : text;
+  }
+
   std::vector<std::uint64_t> cells;
   std::uint32_t poolSize = 0;
   std::uint32_t poolCapacity = 0;
-  std::unique_ptr<char[]> pool;
+  // From malloc, since a large block of that grows without being copied.
+  std::unique_ptr<char, Free> pool;
 };
 
 CWksStore::CWksStore() noexcept = default;
@@ -184,7 +197,12 @@ CWksStore::Column& CWksStore::Grow(unsigned int row, unsigned int col) {
   if (col >= columns_.size()) columns_.resize(std::size_t{col} + 1);
   std::unique_ptr<Column>& column = columns_[col];
   if (!column) column = std::make_unique<Column>();
-  if (row >= column->cells.size()) column->cells.resize(std::size_t{row} + 1, kEmpty);
+  std::vector<std::uint64_t>& cells = column->cells;
+  if (row == cells.size()) {
+    cells.push_back(kEmpty);
+  } else if (row > cells.size()) {
+    cells.resize(std::size_t{row} + 1, kEmpty);
+  }
   return *column;
 }
 

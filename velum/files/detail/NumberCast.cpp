@@ -1,15 +1,15 @@
 #include <velum/files/detail/NumberCast.h>
 
-#include <algorithm>
-#include <cmath>
+#include <emmintrin.h>
+
+#include <cstdint>
 #include <cstring>
+#include <limits>
+#include <type_traits>
 
 namespace vlm::detail {
 
 namespace {
-
-// Blocks are small enough that a second pass finds them in the first-level cache.
-constexpr std::size_t kBlock = 1024;
 
 template <class T>
 T Load(const char* from) {
@@ -21,10 +21,18 @@ T Load(const char* from) {
 template <class Src, class Dst>
 constexpr bool kLosesFraction = std::is_floating_point_v<Src>&& std::is_integral_v<Dst>;
 
+// The whole part; 0 for NaN and what 64 bits don't hold, for which the processor gives its smallest
+// number.
+std::int64_t Truncate(double value) {
+  constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::min();
+  const std::int64_t whole = _mm_cvttsd_si64(_mm_set_sd(value));
+  return whole != kNone || value == static_cast<double>(kNone) ? whole : 0;
+}
+
 template <class Src, class Dst>
 Dst CastOne(Src value) {
   if constexpr (kLosesFraction<Src, Dst>) {
-    return static_cast<Dst>(TruncateToWide(value));
+    return static_cast<Dst>(Truncate(value));
   } else {
     return static_cast<Dst>(value);
   }
@@ -38,34 +46,43 @@ void CastEach(const char* src, char* dst, std::size_t count, std::size_t step) {
   }
 }
 
-// Whether all of a block fit into `Middle`, so that a plain cast of each is defined and can go
-// several at a time. NaN fits nowhere.
-template <class Src, class Middle>
-bool AllFit(const char* src, std::size_t count) {
-  constexpr Src kBound = sizeof(Middle) == 4 ? Src(2147483648.0) : Src(9223372036854775808.0);
-  int outside = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    outside |= !(std::fabs(Load<Src>(src + i * sizeof(Src))) < kBound);
+// Sixteen whole numbers of 32 bits; false if one of the sources is NaN or not within. The processor
+// gives its smallest number for these, and for that number itself.
+template <class Src>
+bool TruncateSixteen(const char* src, std::int32_t* whole) {
+  __m128i found = _mm_setzero_si128();
+  const __m128i kNone = _mm_set1_epi32(std::numeric_limits<std::int32_t>::min());
+  for (std::size_t i = 0; i < 16; i += 4) {
+    __m128i four;
+    if constexpr (sizeof(Src) == 4) {
+      four = _mm_cvttps_epi32(_mm_loadu_ps(reinterpret_cast<const float*>(src) + i));
+    } else {
+      const auto* const from = reinterpret_cast<const double*>(src) + i;
+      four = _mm_unpacklo_epi64(_mm_cvttpd_epi32(_mm_loadu_pd(from)),
+                                _mm_cvttpd_epi32(_mm_loadu_pd(from + 2)));
+    }
+    found = _mm_or_si128(found, _mm_cmpeq_epi32(four, kNone));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(whole + i), four);
   }
-  return outside == 0;
+  return _mm_movemask_epi8(found) == 0;
 }
 
 template <class Src, class Dst>
 void CastTruncating(const char* src, char* dst, std::size_t count) {
-  using Middle = std::conditional_t<sizeof(Dst) == 8, std::int64_t, std::int32_t>;
-  for (std::size_t i = 0; i < count; i += kBlock) {
-    const std::size_t size = std::min(kBlock, count - i);
-    const char* const from = src + i * sizeof(Src);
-    char* const to = dst + i * sizeof(Dst);
-    if (!AllFit<Src, Middle>(from, size)) {
-      CastEach<Src, Dst>(from, to, size, sizeof(Src));
-      continue;
-    }
-    for (std::size_t j = 0; j < size; ++j) {
-      const auto value = static_cast<Dst>(static_cast<Middle>(Load<Src>(from + j * sizeof(Src))));
-      std::memcpy(to + j * sizeof(Dst), &value, sizeof(Dst));
+  std::size_t i = 0;
+  if constexpr (sizeof(Dst) < 8) {
+    for (; i + 16 <= count; i += 16) {
+      std::int32_t whole[16];
+      if (!TruncateSixteen<Src>(src + i * sizeof(Src), whole)) {
+        CastEach<Src, Dst>(src + i * sizeof(Src), dst + i * sizeof(Dst), 16, sizeof(Src));
+        continue;
+      }
+      Dst narrow[16];
+      for (std::size_t j = 0; j < 16; ++j) narrow[j] = static_cast<Dst>(whole[j]);
+      std::memcpy(dst + i * sizeof(Dst), narrow, sizeof(narrow));
     }
   }
+  CastEach<Src, Dst>(src + i * sizeof(Src), dst + i * sizeof(Dst), count - i, sizeof(Src));
 }
 
 template <class Src, class Dst>

@@ -8,17 +8,8 @@
 #include <velum/files/PrimType.h>
 
 #include <cstddef>
-#include <cstdint>
-#include <type_traits>
 
 namespace vlm::detail {
-
-/// The integer that a number with a fraction becomes: without the fraction, and 0 for NaN and what
-/// 64 bits don't hold.
-[[nodiscard]] inline std::int64_t TruncateToWide(double value) noexcept {
-  constexpr double kBound = 9223372036854775808.0;
-  return value >= -kBound && value < kBound ? static_cast<std::int64_t>(value) : 0;
-}
 
 /// Converts the elements 0, `stride`, 2 `stride` ... before `count`.
 using CastFunction = void (*)(const void* src, void* dst, std::size_t count, std::size_t stride);
