@@ -4,6 +4,8 @@
 #include <examples/common/Picture.h>
 #include <examples/common/Program.h>
 
+#include <string_view>
+
 namespace vlm::describe {
 namespace {
 
@@ -24,6 +26,9 @@ constexpr char kUsage[] =
     "      --spatial X,Y[,Z]  the columns of points in the plane: how far the nearest neighbours\n"
     "                         are, and with z the least-squares plane\n"
     "  -o, --output FILE      a picture as well, which ends in .png, .svg or .pdf\n"
+    "      --html FILE        a page of HTML as well, which ends in .html, with its picture "
+    "beside\n"
+    "                         it as PNG\n"
     "      --label NAME=TEXT  the name of a column in the picture, as a math text; may be "
     "repeated\n"
     "      --progress         tell the progress on long input even if no terminal shows it\n"
@@ -80,6 +85,11 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
       options.output = value();
       if (!examples::PictureFormatOf(options.output)) {
         throw UsageError("'" + options.output + "' ends in none of .png, .svg and .pdf");
+      }
+    } else if (name == "--html") {
+      options.page = value();
+      if (!std::string_view(options.page).ends_with(".html")) {
+        throw UsageError("'" + options.page + "' does not end in .html");
       }
     } else if (name == "--label") {
       AddLabel(value(), options.labels);

@@ -19,6 +19,7 @@ struct Options {
   std::string file;                           ///< the table; "-" is the standard input
   TableRequest request;                       ///< what to read of it
   std::string output;                         ///< the picture; empty for none
+  std::string page;                           ///< a page of HTML; empty for none
   std::map<std::string, std::string> labels;  ///< math texts of columns, by name
   bool progress = false;                      ///< show the progress wherever the messages go
 };

@@ -2,6 +2,7 @@
 
 #include <examples/common/Program.h>
 #include <examples/describe/DescribePicture.h>
+#include <examples/describe/HtmlPage.h>
 #include <examples/describe/Options.h>
 #include <examples/describe/Progress.h>
 #include <examples/describe/Report.h>
@@ -70,9 +71,13 @@ void Run(const Options& options) {
   if (!options.output.empty()) {
     DrawTable(table, name.substr(name.rfind('/') + 1), options.labels, options.output);
   }
+  if (!options.page.empty()) {
+    WriteHtmlPage(options.page, table, name.substr(name.rfind('/') + 1), options.labels);
+  }
   std::cout << name << ": ";
   PrintReport(std::cout, table);
   if (!options.output.empty()) std::cout << "\nMade " << options.output << "\n";
+  if (!options.page.empty()) std::cout << "\nMade " << options.page << "\n";
   if (!options.output.empty() && table.described.size() > kMostPanels) {
     std::cout << "It shows the first " << kMostPanels << " columns.\n";
   }

@@ -2,9 +2,8 @@
 
 #include <velum/core/StringFormat.h>
 #include <velum/files/HtmlTags.h>
-#include <velum/files/PrimData.h>
 #include <velum/numerics/UnivariateStatistics.h>
-#include <examples/common/HtmlEscape.h>
+#include <examples/common/HtmlParts.h>
 #include <examples/describe/Values.h>
 
 #include <algorithm>
@@ -14,65 +13,18 @@
 namespace vlm::worksheet {
 namespace {
 
+using examples::BeginHtmlTable;
 using examples::HtmlEscape;
-
-constexpr char kStyle[] =
-    "BODY    {margin:2em auto; max-width:62em; color:#202830;}\n"
-    "H1, H2  {font-weight:normal; color:#184868;}\n"
-    "H2      {margin-top:1.6em; border-bottom:1px solid #c0ccd4;}\n"
-    "TABLE   {border-collapse:collapse; margin:1em 0; font-size:90%;}\n"
-    "TD      {padding-top:3px; padding-bottom:3px; border-bottom:1px solid #dde4e8;}\n"
-    "CAPTION {text-align:left; padding-bottom:0.4em; font-size:100%;}\n"
-    ".head   {background-color:#e6eef4; font-weight:bold; border-bottom:1px solid #8098a8;}\n"
-    ".number {text-align:right; white-space:nowrap;}\n"
-    ".charts {margin:0;}\n"
-    ".charts TD {border-bottom:none; padding:0 1em 1em 0; text-align:center;}\n"
-    ".small  {color:#607080; font-size:80%;}";
+using examples::HtmlRow;
 
 std::string Counted(std::size_t count, const char* thing) {
   return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
-// Cells of a class, whose texts are written as they are.
-class Row {
- public:
-  Row(std::ostream& out, const char* rowClass = "") : out_(out) {
-    RowAttrib attributes;
-    attributes.class_ = rowClass;
-    out_ << TRBeg(attributes);
-  }
-  Row(const Row&) = delete;
-  Row& operator=(const Row&) = delete;
-  ~Row() { out_ << TREnd(); }
-
-  Row& Text(const std::string& text) { return Cell(text, ""); }
-  Row& Number(const std::string& text) { return Cell(text, "number"); }
-
- private:
-  Row& Cell(const std::string& text, const char* cellClass) {
-    CellAttrib attributes;
-    attributes.class_ = cellClass;
-    out_ << TDBeg("", "", attributes) << text << TDEnd();
-    return *this;
-  }
-
-  std::ostream& out_;
-};
-
-void BeginTable(std::ostream& out, const char* caption, const char* summary) {
-  TableAttrib table;
-  table.summary = summary;
-  out << TableBeg(table) << Caption(HtmlEscape(caption));
-}
-
 std::string Figure(double number) { return ToString("%.6g", number); }
 
-// A number as its column's type has it.
-std::string InType(CPrimType type, double number) {
-  CPrimData data(type, nullptr);
-  data = number;
-  return data.GetDataAsString();
-}
+// An end of a column's range, with all digits that a reader wants.
+std::string End(double number) { return ToString("%.10g", number); }
 
 std::string TitleOf(const ColumnSetting& setting) {
   return HtmlEscape(setting.title + (setting.unit.empty() ? "" : " (" + setting.unit + ")"));
@@ -83,10 +35,11 @@ void WriteNumbers(std::ostream& out, const Sheet& sheet) {
                                   [](const SheetColumn& column) { return column.numbers > 0; });
   if (!hasAny) return;
   out << Heading(2, "Numbers");
-  BeginTable(out, "The type is the narrowest that holds every number of a column as it is written.",
-             "Figures of the columns of numbers");
+  BeginHtmlTable(out,
+                 "The type is the narrowest that holds every number of a column as it is written.",
+                 "Figures of the columns of numbers");
   {
-    Row head(out, "head");
+    HtmlRow head(out, "head");
     head.Text("Column").Text("Type");
     for (const char* title : {"Numbers", "Empty", "Texts", "Minimum", "Median", "Mean", "Maximum",
                               "Deviation", "kB as type"}) {
@@ -104,16 +57,16 @@ void WriteNumbers(std::ostream& out, const Sheet& sheet) {
                          static_cast<int>(numbers.size()), 1);
     CUnivariateStatistics stats;
     Load(stats, numbers.begin(), numbers.end());
-    Row(out)
-        .Text(TitleOf(column.setting))
-        .Text(column.type->Name())
+    HtmlRow(out)
+        .Name(TitleOf(column.setting))
+        .Name(column.type->Name())
         .Number(std::to_string(column.numbers))
         .Number(std::to_string(column.empty))
         .Number(std::to_string(column.texts))
-        .Number(InType(*column.type, stats.Minimum))
+        .Number(End(stats.Minimum))
         .Number(Figure(stats.Median))
         .Number(Figure(stats.Mean))
-        .Number(InType(*column.type, stats.Maximum))
+        .Number(End(stats.Maximum))
         .Number(Figure(stats.StdDev))
         .Number(ToString("%.1f", static_cast<double>(packed.size()) / 1000.0));
   }
@@ -138,8 +91,8 @@ void WriteTexts(std::ostream& out, const Sheet& sheet) {
                      [](const auto& a, const auto& b) { return a.first > b.first; });
     if (isFirst) {
       out << Heading(2, "Texts");
-      BeginTable(out, "The words that come most often.", "Words of the columns of texts");
-      Row(out, "head")
+      BeginHtmlTable(out, "The words that come most often.", "Words of the columns of texts");
+      HtmlRow(out, "head")
           .Text("Column")
           .Number("Texts")
           .Number("Empty")
@@ -153,19 +106,25 @@ void WriteTexts(std::ostream& out, const Sheet& sheet) {
                std::to_string(order[j].first) + ")";
     }
     const bool isMore = counts.size() == kMostDistinct;
-    Row(out)
-        .Text(TitleOf(column.setting))
+    HtmlRow(out)
+        .Name(TitleOf(column.setting))
         .Number(std::to_string(column.texts))
         .Number(std::to_string(column.empty))
         .Number((isMore ? "at least " : "") + std::to_string(counts.size()))
-        .Text(often.empty() ? "none comes twice" : often);
+        .Text(often.empty() ? "none of these comes twice" : often);
   }
   if (!isFirst) out << TableEnd();
 }
 
 void WriteCharts(std::ostream& out, const std::vector<Chart>& charts) {
   if (charts.empty()) return;
-  out << Heading(2, "Charts");
+  CoreAttrib small;
+  small.class_ = "small";
+  out << Heading(2, "Charts")
+      << Paragraph(
+             "Box: quartiles and median; whiskers: 5th and 95th percentile; dots: extremes; "
+             "diamond: mean. Curve: normal distribution of the same mean and deviation.",
+             small);
   TableAttrib table;
   table.class_ = "charts";
   table.summary = "Histograms";
@@ -185,23 +144,30 @@ void WriteCharts(std::ostream& out, const std::vector<Chart>& charts) {
 }
 
 void WriteRows(std::ostream& out, const Sheet& sheet, unsigned count) {
+  constexpr std::size_t kShort = 24;
   count = std::min(count, sheet.rows);
   if (count == 0) return;
   out << Heading(2, "The first rows");
-  BeginTable(out, "As they stand in the file; empty cells are empty.", "The first rows");
+  BeginHtmlTable(out, "As the worksheet holds them.", "The first rows");
   {
-    Row head(out, "head");
+    HtmlRow head(out, "head");
     for (const SheetColumn& column : sheet.columns) {
-      column.texts > column.numbers ? head.Text(TitleOf(column.setting))
+      column.texts > column.numbers ? head.Name(TitleOf(column.setting))
                                     : head.Number(TitleOf(column.setting));
     }
   }
   for (unsigned row = 0; row < count; ++row) {
     const std::vector<std::string> texts = sheet.cells.GetRow(row);
-    Row cells(out);
+    HtmlRow cells(out);
     for (unsigned i = 0; i < sheet.columns.size(); ++i) {
-      const std::string text = i < texts.size() ? HtmlEscape(describe::Shown(texts[i])) : "";
-      sheet.columns[i].texts > sheet.columns[i].numbers ? cells.Text(text) : cells.Number(text);
+      const std::string text = i < texts.size() ? describe::Shown(texts[i]) : "";
+      if (sheet.columns[i].texts <= sheet.columns[i].numbers) {
+        cells.Number(HtmlEscape(text));
+      } else if (text.size() <= kShort) {
+        cells.Name(HtmlEscape(text));
+      } else {
+        cells.Text(HtmlEscape(text));
+      }
     }
   }
   out << TableEnd();
@@ -212,7 +178,7 @@ void WriteRows(std::ostream& out, const Sheet& sheet, unsigned count) {
 void WritePage(std::ostream& report, const Sheet& sheet, const Settings& settings,
                const std::string& file, const std::vector<Chart>& charts) {
   const std::string title = HtmlEscape(settings.title.empty() ? file : settings.title);
-  report << Preamble(title, kStyle) << Heading(1, title);
+  report << Preamble(title, examples::PageStyle()) << Heading(1, title);
   for (const std::string& note : settings.notes) report << Paragraph(HtmlEscape(note));
   report << Paragraph(HtmlEscape(file) + ": " + Counted(sheet.rows, "row") + ", " +
                       Counted(sheet.columns.size(), "column") + ".");

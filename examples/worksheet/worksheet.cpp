@@ -1,6 +1,7 @@
 // Reports on a table of delimited text as a page of HTML; worksheet --help tells how.
 
 #include <velum/files/HtmlReport.h>
+#include <examples/common/HtmlParts.h>
 #include <examples/common/Program.h>
 #include <examples/worksheet/Charts.h>
 #include <examples/worksheet/Options.h>
@@ -13,7 +14,6 @@
 #include <unistd.h>
 
 #include <iostream>
-#include <iterator>
 #include <stdexcept>
 
 namespace vlm::worksheet {
@@ -34,14 +34,6 @@ Sheet Read(const Options& options, const Settings& settings) {
   }
 }
 
-// The report says nothing about a file that it can't write.
-void Write(const CHtmlReport& report, const std::string& path) {
-  report.WriteToFile(path);
-  std::ifstream file = examples::OpenInput(path);
-  const std::string written{std::istreambuf_iterator<char>(file), {}};
-  if (written != report.GetReport() + "\n") throw std::runtime_error("cannot write '" + path + "'");
-}
-
 void Run(const Options& options) {
   if (options.help) {
     std::cout << UsageText();
@@ -57,7 +49,7 @@ void Run(const Options& options) {
   const std::vector<Chart> charts = DrawCharts(sheet, options.output);
   CHtmlReport report;
   WritePage(report, sheet, settings, options.file.substr(options.file.rfind('/') + 1), charts);
-  Write(report, options.output);
+  examples::WriteReport(report, options.output);
   std::cout << sheet.rows << " rows, " << sheet.columns.size() << " columns\n";
   for (const SheetColumn& column : sheet.columns) {
     std::cout << column.setting.name << ": " << (column.type ? column.type->Name() : "texts")
