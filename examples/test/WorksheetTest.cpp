@@ -52,7 +52,7 @@ TEST(WorksheetSheet, ColumnsTellWhatTheyHold) {
   const struct {
     std::size_t numbers, texts, empty;
     const char* type;
-  } rows[] = {{3, 0, 0, "Signed 16 bits"},
+  } rows[] = {{3, 0, 0, "Signed 32 bits"},
               {0, 2, 1, ""},
               {2, 0, 1, "Double (64 bits)"},
               {0, 0, 3, ""},

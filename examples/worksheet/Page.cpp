@@ -35,8 +35,7 @@ void WriteNumbers(std::ostream& out, const Sheet& sheet) {
                                   [](const SheetColumn& column) { return column.numbers > 0; });
   if (!hasAny) return;
   out << Heading(2, "Numbers");
-  BeginHtmlTable(out,
-                 "The type is the narrowest that holds every number of a column as it is written.",
+  BeginHtmlTable(out, "The type holds every number of a column as it is written.",
                  "Figures of the columns of numbers");
   {
     HtmlRow head(out, "head");

@@ -27,7 +27,7 @@ struct SheetColumn {
   std::size_t numbers = 0;
   std::size_t texts = 0;
   std::size_t empty = 0;
-  std::optional<CPrimType> type;  ///< the narrowest that holds all numbers; nothing without any
+  std::optional<CPrimType> type;  ///< what those of its numbers promote to; nothing without any
   unsigned digits = 0;            ///< the most significant ones of a number, as it is written
 };
 

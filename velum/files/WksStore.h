@@ -86,7 +86,7 @@ class VELUM_API CWksStore {
   ///
   /// - A NaN whose high 32 bits are all set is what an empty cell is made of: the cell becomes
   /// empty.
-  ///   NaN as <cmath> and arithmetic make it is another one, and is a number.
+  ///   NaN as arithmetic and the standard library make it is another one, and is a number.
   void SetCell(unsigned int row, unsigned int col, double value);
   /// Stores an integer as a number.
   template <std::integral Integer>
