@@ -78,7 +78,8 @@ TEST(CPrimData, AssignmentKeepsTheTypeAndConverts) {
     EXPECT_EQ(static_cast<double>(data), row.held) << row.why;
   }
   CPrimData data = 7.5;
-  data = data;
+  const CPrimData& self = data;
+  data = self;
   EXPECT_EQ(static_cast<float>(data), 7.5f);
   EXPECT_EQ(static_cast<int>(data), 8);
   data.Replace(std::uint8_t{200});

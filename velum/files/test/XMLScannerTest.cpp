@@ -252,8 +252,8 @@ TEST(XMLNode, ReleaseLeavesWhatOthersHold) {
   Node root = XMLNode::Factory();
   std::vector<Node> held;
   Node parent = root;
-  for (int i = 0; i < 20; ++i) {
-    for (int j = 0; j < 3; ++j) XMLNode::Factory(parent)->name = std::to_string(i * 3 + j);
+  for (std::size_t i = 0; i < 20; ++i) {
+    for (std::size_t j = 0; j < 3; ++j) XMLNode::Factory(parent)->name = std::to_string(i * 3 + j);
     parent = parent->children[i % 3];
     if (i % 4 == 1) held.push_back(parent);
   }
