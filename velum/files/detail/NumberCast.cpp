@@ -3,7 +3,6 @@
 #include <emmintrin.h>
 
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <type_traits>
 
@@ -11,21 +10,23 @@ namespace vlm::detail {
 
 namespace {
 
+// A number anywhere in memory.
 template <class T>
-T Load(const char* from) {
+struct [[gnu::packed, gnu::may_alias]] Loose {
   T value;
-  std::memcpy(&value, from, sizeof(T));
-  return value;
-}
+};
 
 template <class Src, class Dst>
 constexpr bool kLosesFraction = std::is_floating_point_v<Src>&& std::is_integral_v<Dst>;
 
-// The whole part; 0 for NaN and what 64 bits don't hold, for which the processor gives its smallest
-// number.
+// What the processor gives for NaN and for what 64 bits don't hold, and for that number itself.
+constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::min();
+
+std::int64_t TruncateRaw(double value) { return _mm_cvttsd_si64(_mm_set_sd(value)); }
+
+// The whole part; 0 where there is none.
 std::int64_t Truncate(double value) {
-  constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::min();
-  const std::int64_t whole = _mm_cvttsd_si64(_mm_set_sd(value));
+  const std::int64_t whole = TruncateRaw(value);
   return whole != kNone || value == static_cast<double>(kNone) ? whole : 0;
 }
 
@@ -39,63 +40,88 @@ Dst CastOne(Src value) {
 }
 
 template <class Src, class Dst>
-void CastEach(const char* src, char* dst, std::size_t count, std::size_t step) {
-  for (std::size_t i = 0; i < count; ++i) {
-    const Dst value = CastOne<Src, Dst>(Load<Src>(src + i * step));
-    std::memcpy(dst + i * sizeof(Dst), &value, sizeof(Dst));
+void CastEach(const Loose<Src>* src, Loose<Dst>* dst, std::size_t count, std::size_t stride) {
+  for (std::size_t i = 0; i < count; ++i) dst[i].value = CastOne<Src, Dst>(src[i * stride].value);
+}
+
+// Four whole numbers of 32 bits.
+__m128i TruncateFour(const Loose<float>* src) {
+  return _mm_cvttps_epi32(_mm_loadu_ps(static_cast<const float*>(static_cast<const void*>(src))));
+}
+
+__m128i TruncateFour(const Loose<double>* src) {
+  const auto* const from = static_cast<const double*>(static_cast<const void*>(src));
+  return _mm_unpacklo_epi64(_mm_cvttpd_epi32(_mm_loadu_pd(from)),
+                            _mm_cvttpd_epi32(_mm_loadu_pd(from + 2)));
+}
+
+// Stores the low bytes of sixteen whole numbers of 32 bits.
+template <class Dst>
+void StoreLow(const __m128i (&four)[4], void* dst) {
+  auto* const to = static_cast<__m128i*>(dst);
+  if constexpr (sizeof(Dst) == 4) {
+    for (int i = 0; i < 4; ++i) _mm_storeu_si128(to + i, four[i]);
+  } else if constexpr (sizeof(Dst) == 2) {
+    // A pack saturates, which what fits into 16 bits with its sign does not notice.
+    const auto low = [](__m128i whole) { return _mm_srai_epi32(_mm_slli_epi32(whole, 16), 16); };
+    _mm_storeu_si128(to, _mm_packs_epi32(low(four[0]), low(four[1])));
+    _mm_storeu_si128(to + 1, _mm_packs_epi32(low(four[2]), low(four[3])));
+  } else {
+    const auto low = [](__m128i whole) { return _mm_and_si128(whole, _mm_set1_epi32(0xFF)); };
+    _mm_storeu_si128(to, _mm_packus_epi16(_mm_packs_epi32(low(four[0]), low(four[1])),
+                                          _mm_packs_epi32(low(four[2]), low(four[3]))));
   }
 }
 
-// Sixteen whole numbers of 32 bits; false if one of the sources is NaN or not within. The processor
-// gives its smallest number for these, and for that number itself.
-template <class Src>
-bool TruncateSixteen(const char* src, std::int32_t* whole) {
-  __m128i found = _mm_setzero_si128();
-  const __m128i kNone = _mm_set1_epi32(std::numeric_limits<std::int32_t>::min());
-  for (std::size_t i = 0; i < 16; i += 4) {
-    __m128i four;
-    if constexpr (sizeof(Src) == 4) {
-      four = _mm_cvttps_epi32(_mm_loadu_ps(reinterpret_cast<const float*>(src) + i));
-    } else {
-      const auto* const from = reinterpret_cast<const double*>(src) + i;
-      four = _mm_unpacklo_epi64(_mm_cvttpd_epi32(_mm_loadu_pd(from)),
-                                _mm_cvttpd_epi32(_mm_loadu_pd(from + 2)));
-    }
-    found = _mm_or_si128(found, _mm_cmpeq_epi32(four, kNone));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(whole + i), four);
-  }
-  return _mm_movemask_epi8(found) == 0;
-}
-
+// Sixteen at a time by way of 32 bits. For NaN and what these don't hold the processor gives their
+// smallest number: then, and for that number itself, each goes by way of 64 bits.
 template <class Src, class Dst>
-void CastTruncating(const char* src, char* dst, std::size_t count) {
+std::size_t CastBlocks(const Loose<Src>* src, Loose<Dst>* dst, std::size_t count) {
+  const __m128i none = _mm_set1_epi32(std::numeric_limits<std::int32_t>::min());
   std::size_t i = 0;
-  if constexpr (sizeof(Dst) < 8) {
-    for (; i + 16 <= count; i += 16) {
-      std::int32_t whole[16];
-      if (!TruncateSixteen<Src>(src + i * sizeof(Src), whole)) {
-        CastEach<Src, Dst>(src + i * sizeof(Src), dst + i * sizeof(Dst), 16, sizeof(Src));
-        continue;
-      }
-      Dst narrow[16];
-      for (std::size_t j = 0; j < 16; ++j) narrow[j] = static_cast<Dst>(whole[j]);
-      std::memcpy(dst + i * sizeof(Dst), narrow, sizeof(narrow));
+  for (; i + 16 <= count; i += 16) {
+    __m128i four[4];
+    __m128i found = _mm_setzero_si128();
+    for (std::size_t j = 0; j < 4; ++j) {
+      four[j] = TruncateFour(src + i + 4 * j);
+      found = _mm_or_si128(found, _mm_cmpeq_epi32(four[j], none));
+    }
+    if (_mm_movemask_epi8(found) == 0) {
+      StoreLow<Dst>(four, dst + i);
+    } else {
+      CastEach(src + i, dst + i, 16, 1);
     }
   }
-  CastEach<Src, Dst>(src + i * sizeof(Src), dst + i * sizeof(Dst), count - i, sizeof(Src));
+  return i;
+}
+
+// The same for 64 bits, four at a time.
+template <class Src>
+std::size_t CastBlocks(const Loose<Src>* src, Loose<std::int64_t>* dst, std::size_t count) {
+  std::size_t i = 0;
+  for (; i + 4 <= count; i += 4) {
+    bool isFound = false;
+    for (std::size_t j = i; j < i + 4; ++j) {
+      dst[j].value = TruncateRaw(src[j].value);
+      isFound |= dst[j].value == kNone;
+    }
+    if (isFound) CastEach(src + i, dst + i, 4, 1);
+  }
+  return i;
 }
 
 template <class Src, class Dst>
 void Cast(const void* src, void* dst, std::size_t count, std::size_t stride) {
-  const auto* const from = static_cast<const char*>(src);
-  auto* const to = static_cast<char*>(dst);
+  const auto* const from = static_cast<const Loose<Src>*>(src);
+  auto* const to = static_cast<Loose<Dst>*>(dst);
   if (stride != 1) {
-    CastEach<Src, Dst>(from, to, (count - 1) / stride + 1, stride * sizeof(Src));
+    CastEach(from, to, (count - 1) / stride + 1, stride);
   } else if constexpr (kLosesFraction<Src, Dst>) {
-    CastTruncating<Src, Dst>(from, to, count);
+    const std::size_t done = CastBlocks(from, to, count);
+    CastEach(from + done, to + done, count - done, 1);
   } else {
-    // The step is a constant here, which lets the compiler take several at a time.
-    CastEach<Src, Dst>(from, to, count, sizeof(Src));
+    // The stride is a constant here, which lets the compiler take several at a time.
+    CastEach(from, to, count, 1);
   }
 }
 
