@@ -21,10 +21,10 @@ struct Chart {
   int height;
 };
 
-/// Draws a histogram of each column of numbers whose setting asks for it, into files beside the
-/// report at `path` and named after it.
+/// Draws a histogram of each column whose setting asks for it and which has 11 numbers that are not
+/// all the same, into files beside the report at `path` and named after it.
 ///
-/// *Errors*: those of `WritePicture`.
+/// *Errors*: those of `charts::WritePage`.
 [[nodiscard]] std::vector<Chart> DrawCharts(const Sheet& sheet, const std::string& path);
 
 }  // namespace vlm::worksheet

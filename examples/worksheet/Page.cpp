@@ -121,8 +121,8 @@ void WriteCharts(std::ostream& out, const std::vector<Chart>& charts) {
   small.class_ = "small";
   out << Heading(2, "Charts")
       << Paragraph(
-             "Box: quartiles and median; whiskers: 5th and 95th percentile; dots: extremes; "
-             "diamond: mean. Curve: normal distribution of the same mean and deviation.",
+             "Box: quartiles and median; whiskers: extremes; dot: mean. Curve: normal distribution "
+             "of the same mean and deviation.",
              small);
   TableAttrib table;
   table.class_ = "charts";
