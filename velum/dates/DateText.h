@@ -11,9 +11,11 @@
 ///       vlm::KQDateTime(date).GetDateTimeStr(dateFmt, timeFmt, text, sizeof text);  // the same
 ///     }
 ///
-/// What is taken, letters in any case:
+/// What is taken, letters in any case, blanks being line ends and tabs as well:
 ///
-///     text      = date | time | date gap time | time gap date      blanks around it
+///     text      = date | time | time gap date                      blanks around it
+///               | date gap (time | dotted)
+///               | year s month s day gap (time | dotted) "Z"       without half
 ///     gap       = blanks | [blanks] "," [blanks] | "T"             "T" behind year s month s day
 ///     date      = [weekday join] day-of-year                       the weekday must be right
 ///     day-of-year
@@ -24,22 +26,26 @@
 ///               | day join name [join year]
 ///               | name join day [join year]
 ///               | name join year                                   4 digits, or 00, 32 to 99
+///               | name hyphen year                                 29 to 31, if that is no day
 ///               | year join name [join day]                        year of 4 digits
 ///     s         = "/" | "-" | "."                                  the same one in one date
 ///     join      = blanks | [blanks] ("-" | "/" | "." | ",") [blanks]
+///     hyphen    = [blanks] ("-" | "/") [blanks]
 ///     name      = "January" ... "December" | "Jan" ... "Dec" | "Sept"
 ///     weekday   = "Sunday" ... "Saturday" | "Sun" ... "Sat"
-///     time      = hour ":" minute [":" second ["." decimals]] [half] [zone]
-///               | hour ("." | ":") minute ["." second] half
+///     time      = hour ":" minute [":" second ["." decimals]] [half]
+///               | hour ":" minute "." second [half]
+///               | dotted half
 ///               | hour half
+///     dotted    = hour "." minute ["." second]
 ///     half      = [blanks] ("AM" | "PM" | "A" | "P" | "A.M." | "P.M.")
-///     zone      = "Z"                                              with year s month s day
 ///
 /// - Numbers have one or two digits, years up to four, and decimals are 9 at most.
 /// - A day must be in its month; hours go from 0 to 23, with AM from 0 to 12, with PM from 1 to 12;
 ///   there is no second 60.
-/// - Behind a month's name 1 to 31 is a day: "Dec-10" and "Dec 10" are 10 December, and "Jun-31" is
-///   no date.
+/// - Behind a month's name 1 to 31 is a day: "Dec-10" and "Dec 10" are 10 December. Only what the
+///   month of the present year does not have is a year, with "-" or "/": "Jun-31" is June 1931, and
+///   "June 31" is no date.
 /// - A year of one or two digits is in the hundred years of the window, 1930 to 2029 unless chosen
 ///   otherwise.
 /// - Of "12/25" and "25/12" only one is a date, which it then is in either order, unless that is
@@ -49,7 +55,7 @@
 ///
 /// The form is found by the text's shape, not by what was read, in tables that go back to what
 /// spreadsheets show for such text. A few readable texts have no shape of theirs and are refused:
-/// "25.12.2010", "12-25" and "9.3 PM" among them.
+/// "25.12.2010", "12-25", "10:20.5" and "9.3 PM" among them.
 
 #include <velum/core/Api.h>
 #include <velum/dates/DateTime.h>
@@ -59,12 +65,15 @@ namespace vlm {
 /// How texts are read that may mean several dates. A plain value.
 struct KQDateTextOptions {
   /// Which number of "3/5/2009" comes first.
-  enum Order { MonthDayYear, DayMonthYear };
+  enum Order {
+    MonthDayYear = 0,  ///< The month: 5 March.
+    DayMonthYear = 1,  ///< The day: 3 May.
+  };
 
   Order order = MonthDayYear;  ///< American, unless chosen otherwise.
   bool eitherOrder = true;     ///< Take a date that is one in the other order only.
   int windowStart = 1930;      ///< The first of the hundred years of two digits; 100 to 9900.
-  int presentYear = 0;         ///< The year of a date without one; 0: that of the clock.
+  int presentYear = 0;         ///< The year of dates without one, 100 to 9999; 0: the clock's.
 
   /// True if all members are equal.
   bool operator==(const KQDateTextOptions& other) const noexcept {
@@ -90,8 +99,7 @@ VELUM_API void KQSetDateTextOptions(const KQDateTextOptions& options);
 /// - The empty text: false, and nothing is written.
 /// - Another text that is no date, or none with a type: false, with 0 for date and types.
 /// - 1 January 100 after midnight, and 31 December 9999 after midnight, are read, but lie outside
-/// of
-///   what a `KQDateTime` holds.
+///   of what a `KQDateTime` holds.
 /// - Any number of threads may call it.
 ///
 /// *Errors*: 2 for a null `text`.

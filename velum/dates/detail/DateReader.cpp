@@ -41,7 +41,7 @@ class Reader {
     DateParts parts;
     double seconds = 0.0;
     bool hasDate = false;
-    if (TakeTime(seconds)) {
+    if (TakeTime(seconds, Dots::MayBeDate)) {
       if (SkipBlanks(); *at_ != '\0') {
         if (!TakeGap(false) || !TakeDate(parts)) return false;
         hasDate = true;
@@ -63,6 +63,9 @@ class Reader {
   }
 
  private:
+  // What numbers with dots between them are where a time may stand.
+  enum class Dots { MayBeDate, AreTime };
+
   void SkipBlanks() {
     while (IsBlank(*at_)) ++at_;
   }
@@ -153,31 +156,29 @@ class Reader {
     return false;
   }
 
-  bool TakeTime(double& seconds) {
+  bool TakeTime(double& seconds, Dots dots) {
     const char* const start = at_;
-    if (TakeTimeParts(seconds)) return true;
+    if (TakeTimeParts(seconds, dots)) return true;
     at_ = start;
     return false;
   }
 
-  bool TakeTimeParts(double& seconds) {
+  bool TakeTimeParts(double& seconds, Dots dots) {
     unsigned int hour;
     unsigned int minute = 0;
     unsigned int second = 0;
     double fraction = 0.0;
-    // Dots may as well stand in a date, unless AM or PM follows; so may an hour alone.
     bool needsHalf = true;
     if (!TakeShort(24, hour)) return false;
     if (*at_ == ':' || *at_ == '.') {
       const bool isColon = *at_++ == ':';
       if (!TakeShort(60, minute)) return false;
-      needsHalf = !isColon;
+      needsHalf = !isColon && dots == Dots::MayBeDate;
       if (isColon && Take(':')) {
         if (!TakeShort(60, second)) return false;
         if (Take('.') && !TakeDecimals(fraction)) return false;
-      } else if (Take('.')) {
-        if (!TakeShort(60, second)) return false;
-        needsHalf = true;
+      } else if (Take('.') && !TakeShort(60, second)) {
+        return false;
       }
     }
     int half = 0;
@@ -216,7 +217,7 @@ class Reader {
   }
 
   bool TakeTimeBehind(const DateParts& parts, double& seconds) {
-    if (!TakeGap(parts.isYearFirst) || !TakeTime(seconds)) return false;
+    if (!TakeGap(parts.isYearFirst) || !TakeTime(seconds, Dots::AreTime)) return false;
     if (parts.isYearFirst && Folded(*at_) == 'z') ++at_;
     return true;
   }
@@ -283,34 +284,42 @@ class Reader {
     Number next;
     if (first.IsShort()) {
       parts.day = first.value;
-      parts.year = TakeFurther(next) ? YearOf(next) : PresentYear();
+      parts.year = TakeFurther(next, Dots::AreTime) ? YearOf(next) : PresentYear();
       return true;
     }
     parts.year = first.value;
-    if (TakeFurther(next)) parts.day = next.value;
+    if (TakeFurther(next, Dots::AreTime)) parts.day = next.value;
     return first.IsWhole() && next.IsShort();
   }
 
   bool TakeDateFromName(DateParts& parts) {
     Number first;
     Number next;
-    if (!TakeMonth(parts.month) || !TakeFurther(first)) return false;
+    char join = '\0';
+    if (!TakeMonth(parts.month) || !TakeFurther(first, Dots::MayBeDate, &join)) return false;
     if (!first.IsShort() || first.value == 0 || first.value > 31) {
       parts.year = YearOf(first);
-      return first.digits != 3;
+      return first.digits == 2 || first.IsWhole();
     }
+    const bool hasYear = TakeFurther(next, Dots::AreTime);
+    parts.year = hasYear ? YearOf(next) : PresentYear();
     parts.day = first.value;
-    parts.year = TakeFurther(next) ? YearOf(next) : PresentYear();
+    // A month is written as "Jun-31": what can't be the day is the year.
+    const bool maybeYear = !hasYear && (join == '-' || join == '/');
+    if (maybeYear && !IsCivil(parts.year, parts.month, parts.day)) {
+      parts.year = YearOf(first);
+      parts.day = 1;
+    }
     return true;
   }
 
   // A further number of a date with a name, unless a time begins with it.
-  bool TakeFurther(Number& number) {
+  bool TakeFurther(Number& number, Dots dots, char* join = nullptr) {
     const char* const start = at_;
-    if (TakeJoin() && IsDigit(*at_)) {
+    if (TakeJoin(join) && IsDigit(*at_)) {
       const char* const digits = at_;
       double seconds;
-      if (!TakeTime(seconds) && TakeNumber(number)) return true;
+      if (!TakeTime(seconds, dots) && TakeNumber(number)) return true;
       at_ = digits;
     }
     at_ = start;
@@ -318,10 +327,13 @@ class Reader {
     return false;
   }
 
-  bool TakeJoin() {
+  bool TakeJoin(char* character = nullptr) {
     const char* const start = at_;
     SkipBlanks();
-    if (*at_ == '-' || *at_ == '/' || *at_ == '.' || *at_ == ',') ++at_;
+    if (*at_ == '-' || *at_ == '/' || *at_ == '.' || *at_ == ',') {
+      if (character != nullptr) *character = *at_;
+      ++at_;
+    }
     SkipBlanks();
     return at_ != start;
   }

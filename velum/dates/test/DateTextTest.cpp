@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <cstdio>
 #include <random>
 #include <string>
 
@@ -64,6 +64,10 @@ TEST(KQParseDateTimeStr, ReadsWhatPeopleType) {
       {"Dec-25", "2024-12-25 0:00:00 (4, 0)"},
       {"Dec-99", "1999-12-01 0:00:00 (4, 0)"},
       {"Dec-00", "2000-12-01 0:00:00 (4, 0)"},
+      {"Jun-31", "1931-06-01 0:00:00 (4, 0)"},
+      {"June / 31 10:20", "1931-06-01 10:20:00 (0, 1)"},
+      {"Feb-29", "2024-02-29 0:00:00 (4, 0)"},
+      {"Feb-30", "1930-02-01 0:00:00 (4, 0)"},
       {"Dec 2010", "2010-12-01 0:00:00 (7, 0)"},
       {"2010-Dec", "2010-12-01 0:00:00 (4, 0)"},
       {"25/12/2010", "2010-12-25 0:00:00 (12, 0)"},
@@ -90,6 +94,12 @@ TEST(KQParseDateTimeStr, ReadsWhatPeopleType) {
       {"2018-01-31 01:49:59.999Z", "2018-01-31 1:50:00 (12, 0)"},
       {"12.25.2010 3:45 PM", "2010-12-25 15:45:00 (0, 2)"},
       {"12/25/2010 3.45 PM", "2010-12-25 15:45:00 (12, 2)"},
+      {"12/25/2010 3.45", "2010-12-25 3:45:00 (12, 0)"},
+      {"12/25/2010, 15.4.10", "2010-12-25 15:04:10 (12, 0)"},
+      {"25-Dec 3.45", "2024-12-25 3:45:00 (4, 0)"},
+      {"12/25/2010 10:20.5", "2010-12-25 10:20:05 (12, 0)"},
+      {"10:2.5 12/25/2010", "2010-12-25 10:02:05 (12, 0)"},
+      {"Dec 25.10", "2010-12-25 0:00:00 (7, 0)"},
       {"9.30 PM", "1899-12-30 21:30:00 (0, 2)"},
       {"1/1/1899 18:00", "1899-01-01 18:00:00 (12, 1)"},
       {"12/30/1899", "1899-12-30 0:00:00 (12, 0)"},
@@ -111,9 +121,11 @@ TEST(KQParseDateTimeStr, RefusesWhatIsNoDate) {
       "3:45 3:45", "-3:45", "3.45", "12/25/2010 trailing", "12/25/2010 3:45 PM x",
       "12/25/2010 12/25/2010", "12/25/2010,", "12/25/20103:45", "3:4512/25/2010", "12/25/2010T3:45",
       "2010-12-25T", "2010-12-25 T10:20", "2010-12-25T10:20:30+02:00", "12/25/2010 10:20Z",
-      "2010-12-25T10:20:30ZZ", "12/25/2010 10:20.5", "12/25/2010 15.45", "\xC3\xA9",
+      "2010-12-25T10:20:30ZZ", "2010-12-25 10:20 PMZ", "3.45 12/25/2010", "12/25/2010 3.60",
+      "12/25/2010 3.45.", "12/25/2010 3.4.5.6", "June 31", "Jun-31-2010", "Jun-32-2010", "Dec-0",
+      "Dec 0", "Dec-000", "\xC3\xA9",
       // Read, but of no shape.
-      "25.12.2010", "12-25", "9.3 PM"};
+      "25.12.2010", "12-25", "9.3 PM", "3.45.10", "10:20.5", "12.25.2010 3.45"};
   for (const char* text : rows) EXPECT_EQ(Read(text), "none") << text;
   const std::string before("12/25/2010\0x", 12);
   EXPECT_EQ(Read(before.c_str()), "2010-12-25 0:00:00 (12, 0)");
@@ -170,43 +182,55 @@ TEST(KQParseDateTimeStr, ReadsByTheOptionsOfTheProcess) {
   EXPECT_EQ(KQDateTime("").GetDateTime(), KQDateTime::Max_DTVal);
 }
 
+// The types as which the texts of the date types are read; that of the time stays, but for that of
+// "5 March 2009", whose shape is that of an hour with a half of the day.
+constexpr int kReadAs[17] = {0, 1, 2, 2, 4, 5, 5, 4, 4, 9, 0, 0, 12, 13, 7, 0, 12};
+
 // What each type shows of a date, read again: the day, if it shows one, and the parts that it
-// shows.
+// shows. "mm:ss" and elapsed hours are no times of day.
 TEST(KQParseDateTimeStr, ReadsTheTextsOfAllTypes) {
   constexpr unsigned kSeed = 17;
   std::mt19937 random(kSeed);
-  const double from = KQDateTime("1/1/1930").GetDateTime();
+  const auto below = [&random](unsigned count) { return static_cast<double>(random() % count); };
   for (int i = 0; i < 20000; ++i) {
-    const double date = std::floor(from) + static_cast<double>(random() % 36500) +
-                        static_cast<double>(random() % 86400) / 86400.0;
+    // The years of two digits by turns with all years.
+    const bool isInWindow = i % 2 == 0;
+    const double day = isInWindow ? 10959.0 + below(36525) : -657433.0 + below(3615897);
+    const double date = KQDateFromDouble(day + below(86400) / 86400.0);
     KQDateTime::_COMPONENTS parts;
     KQDateTime(date).GetDateTime(parts);
     parts.RoundToNearestSecond();
     for (int type = 1; type <= 16; ++type) {
+      const bool hasWholeYear = type == 9 || (type >= 12 && type != 15);
+      if (!isInWindow && !hasWholeYear) continue;
       const bool isDayFirst = type == 15 || type == 16;
-      Options options = PresentIs2024(isDayFirst ? Options::DayMonthYear : Options::MonthDayYear);
-      // A type without a year, or whose year is read as a day, is of the present year.
-      const bool isOfMonth = type == 7 || type == 8;
-      const bool yearIsDay = isOfMonth && parts.Year % 100 >= 1 && parts.Year % 100 <= 31;
+      Options options;
+      options.order = isDayFirst ? Options::DayMonthYear : Options::MonthDayYear;
+      options.eitherOrder = false;
       options.presentYear = parts.Year;
+      // Behind a month's name two digits are a day if they can be.
+      const KQDateTime::_COMPONENTS yearAsDay(parts.Year, parts.Month, parts.Year % 100);
+      const bool isDay = KQDateTime().SetDateTime(yearAsDay) == DT_VALID;
+      const bool isOfMonth = type == 7 || type == 8;
+      const int shownDay = !isOfMonth ? parts.Day : isDay ? yearAsDay.Day : 1;
       for (const int time : {0, 1, 2, 3, 4}) {
         char text[40];
         KQDateTime(date).GetDateTimeStr(type, time, text, sizeof text);
         double read;
         auto dateFmt = KQDateTime::DATE_NONE;
-        const bool isRead = KQParseDateTimeStr(text, &read, &dateFmt, nullptr, options);
+        auto timeFmt = KQDateTime::TIME_NONE;
+        const bool isRead = KQParseDateTimeStr(text, &read, &dateFmt, &timeFmt, options);
         // A letter is no month, and numbers with dots have no shape but with seconds or AM and PM.
         const bool isLetter = type == 10 || type == 11;
         const bool hasDots = type == 15 && time <= 1;
-        const int day = yearIsDay ? parts.Year % 100 : isOfMonth ? 1 : parts.Day;
-        KQDateTime::_COMPONENTS shown(parts.Year, parts.Month, day);
-        const bool isDay = KQDateTime().SetDateTime(shown) == DT_VALID;
-        ASSERT_EQ(isRead, !isLetter && !hasDots && isDay) << text << " seed " << kSeed;
+        ASSERT_EQ(isRead, !isLetter && !hasDots) << text << " seed " << kSeed;
         if (!isRead) continue;
+        ASSERT_EQ(dateFmt, kReadAs[type]) << text;
+        ASSERT_EQ(timeFmt, type == 14 && time != 4 ? 2 : time) << text;
         KQDateTime::_COMPONENTS again;
         KQDateTime(read).GetDateTime(again);
         again.RoundToNearestSecond();
-        ASSERT_TRUE(again.Year == parts.Year && again.Month == parts.Month && again.Day == day)
+        ASSERT_TRUE(again.Year == parts.Year && again.Month == parts.Month && again.Day == shownDay)
             << text << " seed " << kSeed;
         const bool isTime = time == 0 ? again.Hour + again.Minute + again.Second == 0
                                       : again.Hour == parts.Hour && again.Minute == parts.Minute &&
