@@ -3,7 +3,7 @@
 /// \file
 /// A date with a time of day, kept as one number of days, as spreadsheets and databases keep it.
 ///
-///     vlm::KQDateTime start(vlm::KQDateTime::_COMPONENTS(2024, 2, 28, 0, 18, 30));
+///     vlm::KQDateTime start({2024, 2, 28, 0, 18, 30});
 ///     start.AddTime(1, 6, 0, 0);                 // a day and six hours
 ///     vlm::KQDateTime::_COMPONENTS parts;
 ///     start.GetDateTime(parts);                  // 1 March 2024, 00:30, a Friday
@@ -97,10 +97,13 @@ class VELUM_API KQDateTime {
     std::uint16_t Second;     ///< From 0.
     double Fraction;          ///< Of a second: from 0 on, below 1.
 
+    /// Makes all parts 0, which are no date.
+    constexpr _COMPONENTS() noexcept : _COMPONENTS(0, 0) {}
+    /// Takes a year; the other parts are 0.
+    constexpr explicit _COMPONENTS(int year) noexcept : _COMPONENTS(year, 0) {}
     /// Takes the parts. One that 16 bits can't hold becomes 65535, which is in no date.
-    constexpr explicit _COMPONENTS(int year = 0, int month = 0, int day = 0, int dayOfWeek = 0,
-                                   int hour = 0, int minute = 0, int second = 0,
-                                   double fraction = 0.0) noexcept
+    constexpr _COMPONENTS(int year, int month, int day = 0, int dayOfWeek = 0, int hour = 0,
+                          int minute = 0, int second = 0, double fraction = 0.0) noexcept
         : Year(Part(year)),
           Month(Part(month)),
           Day(Part(day)),
@@ -133,7 +136,8 @@ class VELUM_API KQDateTime {
   /// The same for a whole number of days.
   template <std::integral Days>
   explicit KQDateTime(Days date) noexcept : KQDateTime(static_cast<double>(date)) {}
-  /// Holds the date of `components`, or `Max_DTVal` if they are none.
+  /// Holds the date of `components`, or `Max_DTVal` if they are none; of 1 January 100 after
+  /// midnight, `Min_DTVal`.
   ///
   /// *Errors*: 2 for a negative `Fraction`.
   explicit KQDateTime(const _COMPONENTS& components);
@@ -156,7 +160,7 @@ class VELUM_API KQDateTime {
   /// Takes the date apart: the second that has begun, and the fraction of it that has passed.
   ///
   /// Few times of day are exact as a fraction of a day: noon is, 12:00:01 may well come out as
-  /// 12:00:00 and 0.99997. `RoundToNearestSecond` sets that right.
+  /// 12:00:00 and 0.9999997. `RoundToNearestSecond` sets that right.
   void GetDateTime(_COMPONENTS& components) const;
 
   /// Writes the date by a `DATE_FORMAT_TYPE` into `buffer`, which has room for `size` bytes. What
@@ -167,7 +171,7 @@ class VELUM_API KQDateTime {
   /// Writes the time of day by a `TIME_FORMAT_TYPE`, as GetDateStr.
   ///
   /// All types but `TIME_MM_SS` and `TIME_MM_SS_0` round to the nearest second first.
-  /// `TIME_MM_SS_0` has the decimal point of the runtime's locale.
+  /// `TIME_MM_SS_0` has a point before its tenths in every locale, and goes up to "59:60.0".
   /// `TIME_ELAPSED` writes the hours of the stored number, 24 a day, with a "-" below zero; from 1
   /// to 61 there are 24 fewer, those of the spreadsheet's serial number.
   void GetTimeStr(int timeFmt, char* buffer, int size) const;
@@ -185,6 +189,8 @@ class VELUM_API KQDateTime {
     return SetDateTime(static_cast<double>(date));
   }
   /// Stores the date of `components`; `DT_INVALID` with `Max_DTVal` if they are none.
+  ///
+  /// - 1 January 100 after midnight: `DT_INVALID` with `Min_DTVal`, with a `Fraction` or without.
   ///
   /// *Errors*: 2 for a negative `Fraction`.
   DTSTATUS SetDateTime(const _COMPONENTS& components);

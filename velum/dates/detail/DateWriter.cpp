@@ -5,7 +5,8 @@
 #include <velum/dates/detail/MonthNames.h>
 #include <velum/dates/detail/TextOut.h>
 
-#include <cstdio>
+#include <cmath>
+#include <string_view>
 
 namespace vlm::detail {
 namespace {
@@ -36,6 +37,18 @@ char* ThenNumber(char* out, char separator, unsigned int number) {
 
 char* MinutesAndSeconds(char* out, const Clock& clock) {
   return ThenTwo(ThenTwo(out, ':', clock.minute), ':', clock.second);
+}
+
+// A number below 100 with one decimal, the nearest; of two as near, the even one. Not by the
+// runtime, whose point is that of its locale.
+char* PutTenths(char* out, double number) {
+  const double product = number * 10.0;
+  const double lost = std::fma(number, 10.0, -product);  // by rounding
+  auto tenths = static_cast<unsigned int>(product);
+  const double beyond = product - tenths - 0.5;
+  const bool isOdd = tenths % 2 == 1;
+  if (beyond > 0.0 || (beyond == 0.0 && (lost > 0.0 || (lost == 0.0 && isOdd)))) ++tenths;
+  return PutShort(Put(PutShort(out, tenths / 10), '.'), tenths % 10);
 }
 
 char* HalfDay(char* out, const Clock& clock, bool withSeconds) {
@@ -115,8 +128,7 @@ char* WriteTime(char* out, int timeFmt, double date, const Moment& moment) noexc
     case KQDateTime::TIME_MM_SS:
       return ThenTwo(PutTwo(out, clock.minute), ':', clock.second);
     case KQDateTime::TIME_MM_SS_0:
-      out = Put(PutTwo(out, clock.minute), ':');
-      return out + std::snprintf(out, 16, "%.1f", clock.second + moment.fraction);
+      return PutTenths(Put(PutTwo(out, clock.minute), ':'), clock.second + moment.fraction);
     default:
       return Elapsed(out, date);
   }

@@ -5,6 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+#include <cstdio>
+#include <cstring>
+#include <random>
 #include <string>
 
 namespace vlm {
@@ -71,6 +75,27 @@ TEST(KQDateTime, TimesAreWrittenByTheirType) {
       EXPECT_EQ(TimeText(row.date, type), row.texts[type]) << row.date << ' ' << type;
     }
   }
+}
+
+// As the C library rounds, but for its comma.
+TEST(KQDateTime, TenthsOfSecondsAreRoundedWithAPoint) {
+  constexpr unsigned kSeed = 6;
+  std::mt19937 random(kSeed);
+  const std::string before = std::setlocale(LC_ALL, nullptr);
+  ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
+  for (int i = 0; i < 100000; ++i) {
+    // Some of the latter lie exactly halfway between tenths.
+    const double date = i % 2 == 0 ? static_cast<double>(random() % 60000) / 86400000.0
+                                   : static_cast<double>(random() % 65536) / 65536.0;
+    KQDateTime::_COMPONENTS parts;
+    KQDateTime(date).GetDateTime(parts);
+    char expected[40];
+    std::snprintf(expected, sizeof expected, "%02u:%.1f", parts.Minute,
+                  parts.Second + parts.Fraction);
+    *std::strchr(expected, ',') = '.';
+    EXPECT_EQ(TimeText(date, 6), expected) << date << " seed " << kSeed;
+  }
+  std::setlocale(LC_ALL, before.c_str());
 }
 
 TEST(KQDateTime, DateAndTimeGoTogether) {

@@ -5,10 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <functional>
 #include <limits>
 #include <random>
 #include <string>
+#include <type_traits>
 
 namespace vlm {
 namespace {
@@ -97,17 +99,29 @@ TEST(KQDateTime, ComesApart) {
       {-0.75, "1899-12-30 6 18:0:0 0"},
       {2.0 + 1.5 / 86400 / 1024, "1900-1-1 1 0:0:0 0.00146484"},
       {-2.0 - 1.5 / 86400 / 1024, "1899-12-28 4 0:0:0 0.00146484"},
-      {-1e-25, "1899-12-30 6 0:0:0 1e-25"},
+      {-1e-25, "1899-12-30 6 0:0:0 8.64e-21"},
       {kMin, "100-1-1 5 0:0:0 0"},
       {kMax, "9999-12-31 5 0:0:0 0"},
       {60.0, "1900-2-28 3 0:0:0 0"},
       {61.0, "1900-3-1 4 0:0:0 0"},
   };
   for (const auto& row : rows) {
-    Parts parts = PartsOf(row.date);
-    if (row.date == -1e-25) parts.Fraction = parts.Fraction < 1e-20 ? 1e-25 : 1.0;
-    EXPECT_EQ(Text(parts), row.parts) << row.date;
+    EXPECT_EQ(Text(PartsOf(row.date)), row.parts) << row.date;
   }
+}
+
+// A number alone is a count of days, never a year.
+static_assert(!std::is_convertible_v<int, Parts> && std::is_constructible_v<Parts, int>);
+
+TEST(KQDateTime, TakesPartsInBraces) {
+  Parts parts = {};
+  KQDateTime date;
+  EXPECT_EQ(date.SetDateTime(parts), DT_INVALID);
+  EXPECT_EQ(date.SetDateTime({2010, 12, 25}), DT_VALID);
+  EXPECT_EQ(date.GetDateTime(), 40537.0);
+  EXPECT_EQ(KQDateTime({2010, 12, 25, 0, 12}).GetDateTime(), 40537.5);
+  parts = {2010, 12, 25};
+  EXPECT_EQ(KQDateTime(parts).GetDateTime(), 40537.0);
 }
 
 TEST(KQDateTime, ImpossiblePartsAreNoOtherDate) {
