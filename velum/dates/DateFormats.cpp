@@ -15,6 +15,7 @@ namespace vlm {
 namespace {
 
 using detail::Moment;
+using detail::MomentOf;
 using detail::RaiseMisuse;
 
 constexpr std::array<std::string_view, 17> kDateFormats = {
@@ -40,12 +41,6 @@ int FindFormat(std::string_view text, const std::array<std::string_view, Count>&
 
 bool ShowsFractions(int timeFmt) {
   return timeFmt == KQDateTime::TIME_MM_SS || timeFmt == KQDateTime::TIME_MM_SS_0;
-}
-
-Moment MomentOf(double date, int line) {
-  Moment moment;
-  if (!MomentOfDate(date, moment)) RaiseMisuse(line);
-  return moment;
 }
 
 // What a text of ours reads as; the latest date if it reads as none.

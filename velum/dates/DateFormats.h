@@ -37,7 +37,9 @@ VELUM_API void KQMapExcelFmtStrToFmtTypes(const char* text, KQDateTime::DATE_FOR
 /// again; otherwise the nearest type with the whole year.
 ///
 /// - 1, 2 and 3 give 12; 4, 5, 6, 7, 8, 10, 11 and 15 give 13; the others stay.
+/// - The day is the one that has begun, below zero as well: -1.75, 18:00, is of 29 December 1899.
 /// - Texts are read as `KQGetDateTextOptions` says, so the answer may change with that.
+/// - A text that can't be read counts as 31 December 9999, so for that day 10, 11 and 15 stay.
 ///
 /// *Errors*: 2 for a number that is no type.
 [[nodiscard]] VELUM_API int KQClosestAccurateDateFmt(double date, int dateFmt);

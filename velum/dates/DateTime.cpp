@@ -8,11 +8,13 @@
 #include <velum/platform/Types.h>
 
 #include <cmath>
+#include <string_view>
 
 namespace vlm {
 namespace {
 
 using detail::Moment;
+using detail::MomentOf;
 using detail::RaiseMisuse;
 
 // The two limits again: what stands in the class is loaded from memory.
@@ -104,9 +106,7 @@ double KQDateTime::GetNumericDateTime() const {
 
 void KQDateTime::GetDateTime(_COMPONENTS& components) const {
   RequireDate(__LINE__);
-  Moment moment;
-  if (!MomentOfDate(m_dt, moment)) RaiseMisuse(__LINE__);
-  Fill(moment, components);
+  ComponentsFromDate(m_dt, components);
 }
 
 DTSTATUS KQDateTime::SetDateTime(double date) noexcept {
@@ -175,9 +175,7 @@ bool KQDateTime::IsValid() const noexcept {
 DTSTATUS KQDateTime::SetValidDateTime(double date) noexcept { return SetDateTime(date); }
 
 void KQDateTime::ComponentsFromDate(double date, _COMPONENTS& components) const {
-  Moment moment;
-  if (!MomentOfDate(date, moment)) RaiseMisuse(__LINE__);
-  Fill(moment, components);
+  Fill(MomentOf(date, __LINE__), components);
 }
 
 DTSTATUS KQDateTime::DateFromComponents(const _COMPONENTS& components, double* date) const {
@@ -206,11 +204,7 @@ double KQDoubleFromDate(double date) noexcept { return detail::NumericForm(date)
 double KQDateFromDouble(double value) noexcept {
   if (value >= 0.0) return value;
   const double day = std::floor(value);
-  if (value == day) return value;
-  const double date = day + (day - value);
-  // A moment so near to the next midnight that its fraction is rounded up to a day is that
-  // midnight: the number would be the day before.
-  return std::trunc(date) == day ? date : day + 1.0;
+  return value == day ? value : detail::StoredBelowZero(day, value - day);
 }
 
 double KQTimeSpanInDays(double date1, double date2) noexcept {

@@ -77,6 +77,15 @@ inline constexpr int kDaysBeforeDay0 = 693899;
   return static_cast<unsigned int>(day + kDaysBeforeDay0 + 3) % 7;
 }
 
+/// The stored number of a day below zero and a fraction of it, below 1.
+///
+/// There the fraction counts away from the next day. A time so near to that midnight that rounding
+/// would take the number to the day before is the next day.
+[[nodiscard]] inline double StoredBelowZero(double day, double fraction) noexcept {
+  const double stored = day - fraction;
+  return std::trunc(stored) == day ? stored : day + 1.0;
+}
+
 /// The stored number of a day and a count of seconds from 0 to below 86400.
 ///
 /// A time so near to midnight that the number can't tell it from that is the next day; after the
@@ -84,11 +93,7 @@ inline constexpr int kDaysBeforeDay0 = 693899;
 [[nodiscard]] inline double StoredNumber(int day, double seconds) noexcept {
   const double fraction = seconds / kSecondsOfDay;
   if (day == kLastDay) return std::min(day + fraction, kLastMoment);
-  if (day >= 0) return day + fraction;
-  const double stored = day - fraction;
-  // Below zero the fraction counts away from the next day, so rounding would take it to the day
-  // before.
-  return std::trunc(stored) == day ? stored : day + 1;
+  return day >= 0 ? day + fraction : StoredBelowZero(day, fraction);
 }
 
 /// The record of a second of a day.

@@ -68,4 +68,11 @@ struct Moment {
 /// Raises the internal error in the name of dates.
 [[noreturn]] void RaiseMisuse(int line);
 
+/// The same as a result; misuse, told as coming from `line`, for what has none.
+[[nodiscard]] inline Moment MomentOf(double date, int line) {
+  Moment moment;
+  if (!MomentOfDate(date, moment)) RaiseMisuse(line);
+  return moment;
+}
+
 }  // namespace vlm::detail

@@ -212,12 +212,20 @@ TEST(ClosestAccurateFormat, ShowsTheWholeDate) {
       {Stored(1850, 3, 5, 18), {0, 12, 12, 12, 13, 13, 13, 13, 13, 9, 13, 13, 12, 13, 14, 13, 16}},
       {Stored(1950, 3, 5, 18), {0, 12, 2, 3, 13, 5, 6, 13, 13, 9, 13, 13, 12, 13, 14, 13, 16}},
       {Stored(1950, 3, 1), {0, 12, 2, 3, 13, 5, 6, 7, 8, 9, 13, 13, 12, 13, 14, 13, 16}},
+      {Stored(9999, 12, 31), {0, 12, 12, 12, 13, 13, 13, 13, 13, 9, 10, 11, 12, 13, 14, 15, 16}},
   };
   for (const auto& row : rows) {
     for (int type = 0; type <= 16; ++type) {
       EXPECT_EQ(KQClosestAccurateDateFmt(row.date, type), row.closest[type]) << type;
     }
   }
+  // Below zero the evening belongs to the day that has begun.
+  KQDateTextOptions options;
+  options.windowStart = 1830;
+  KQSetDateTextOptions(options);
+  EXPECT_EQ(KQClosestAccurateDateFmt(Stored(1899, 12, 1, 18), 7), 7);
+  EXPECT_EQ(KQClosestAccurateDateFmt(Stored(1899, 11, 30, 18), 7), 13);
+  KQSetDateTextOptions(KQDateTextOptions());
 }
 
 TEST(ClosestAccurateFormat, ShowsTheWholeTime) {
