@@ -96,6 +96,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (size == 0) return 0;
   KQDateTextOptions options;
   options.presentYear = 2024;
+  vlm::KQSetDateTextOptions(options);
   options.order = data[0] & 1 ? KQDateTextOptions::DayMonthYear : KQDateTextOptions::MonthDayYear;
   options.eitherOrder = (data[0] & 2) == 0;
   if (data[0] & 4) options.windowStart = 1999;
