@@ -8,7 +8,6 @@
 #include <boost/date_time/posix_time/posix_time.hpp>
 
 #include <chrono>
-#include <cstdio>
 #include <locale>
 #include <random>
 #include <sstream>
@@ -153,6 +152,9 @@ Parts PartsOf(chrono::sys_seconds time) {
   return {day, chrono::weekday(day), chrono::hh_mm_ss(time - day)};
 }
 
+// The peer with the same work is the one from a number of days: both are given that number and make
+// it again. From seconds the standard library is spared the fraction of a day, both ways, and
+// neither checks that parts are a date, as is done here.
 void ComponentRows(const std::vector<chrono::sys_seconds>& times) {
   using Days = chrono::duration<double, chrono::days::period>;
   const auto dates = Inputs(times, [](chrono::sys_seconds time) { return DateOf(time); });
