@@ -15,7 +15,7 @@
 ///
 ///     text      = date | time | time gap date                      blanks around it
 ///               | date gap (time | dotted)
-///               | year s month s day gap (time | dotted) "Z"       without half
+///               | date gap (time | dotted) "Z"                     year s month s day; no half
 ///     gap       = blanks | [blanks] "," [blanks] | "T"             "T" behind year s month s day
 ///     date      = [weekday join] day-of-year                       the weekday must be right
 ///     day-of-year
