@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -120,6 +121,8 @@ struct Box {
   [[nodiscard]] std::size_t Size() const noexcept { return upper - lower + 1; }
 };
 
+static_assert(std::endian::native == std::endian::little, "bytes are reached by their shift");
+
 /// The channel whose values lie furthest apart in two entries or more.
 Channel WidestChannel(const Entry* entries, std::size_t size) noexcept {
   // The bytes of two entries at a time, which a compiler takes together.
@@ -211,8 +214,10 @@ void MakePalette(std::vector<ColorCount>& colors, std::vector<RGBQUAD>& palette,
     pixels += color.GetCount();
   }
   Entries scratch(entries.size());
-  SortByWord(entries.data(), taking, scratch.data());
-  SortByWord(entries.data() + taking, entries.size() - taking, scratch.data());
+  if (most > 1) {
+    SortByWord(entries.data(), taking, scratch.data());
+    SortByWord(entries.data() + taking, entries.size() - taking, scratch.data());
+  }
   std::vector<Box> boxes;
   boxes.reserve(most);
   if (taking > 0) boxes.push_back({0, taking - 1, pixels, 0, kNone});
@@ -228,7 +233,7 @@ void MakePalette(std::vector<ColorCount>& colors, std::vector<RGBQUAD>& palette,
   }
   palette.reserve(boxes.size());
   for (const Box& box : boxes) palette.push_back(MeanOf(entries, box));
-  std::transform(entries.begin(), entries.end(), colors.begin(), Unpack);
+  if (most > 1) std::transform(entries.begin(), entries.end(), colors.begin(), Unpack);
 }
 
 }  // namespace

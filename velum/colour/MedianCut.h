@@ -3,9 +3,9 @@
 /// \file
 /// A palette of few colours for a picture of many.
 ///
-///     std::vector<vlm::ColorCount> colors = {{0x00000000, 70}, {0x00101010, 20}, {0x00FFFFFF,
-///     10}}; std::vector<vlm::RGBQUAD> palette; vlm::MedianCut(colors, palette, 2);  // (3, 3, 3)
-///     and (255, 255, 255)
+///     std::vector<vlm::ColorCount> colors = {{0x000000, 40}, {0x101010, 20}, {0xFFFFFF, 40}};
+///     std::vector<vlm::RGBQUAD> palette;
+///     vlm::MedianCut(colors, palette, 2);  // (5, 5, 5) and (255, 255, 255)
 
 #include <velum/colour/ColorCount.h>
 #include <velum/core/Api.h>
@@ -28,6 +28,8 @@ namespace vlm {
 /// cut stand in the order of their words, equal ones in that of their numbers: so neither the
 /// palette nor the order depends on the order in which they came.
 /// - A `maxColors` of 0 acts as 1, one above 256 as 256.
+/// - For 1 nothing is cut: the entry is the mean of all, added up in single precision in the order
+///   in which they came, and `colors` stays as it is.
 /// - Entries without a pixel take no part, and come last. Where there is no other, the palette is
 ///   empty.
 ///

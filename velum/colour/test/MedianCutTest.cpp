@@ -87,6 +87,11 @@ TEST(MedianCut, CutsWhereHalfOfThePixelsLie) {
       {"no pixels, no part", {{0x00, 0}, {0x40, 2}, {0xFF, 0}}, 2, {Quad(0x40)}},
       {"no pixels at all", {{0x00, 0}, {0x40, 0}}, 2, {}},
       {"no colours", {}, 2, {}},
+      {"the mean adds up in the order given: the ones get lost beside 2^24",
+       {{1, 1 << 24}, {1, 1}, {1, 1}},
+       1,
+       {Quad(0)}},
+      {"the ones come first", {{1, 1}, {1, 1}, {1, 1 << 24}}, 1, {Quad(1)}},
       {"counts beyond 32 bits together",
        {{0x10, 0xFFFFFFFF}, {0x20, 0xFFFFFFFF}, {0x30, 0xFFFFFFFF}},
        2,
@@ -105,7 +110,7 @@ TEST(MedianCut, DoesWhatThePlainOneDoesInAnyOrderOfTheColours) {
     Colors colors(1 + random() % (round % 2 ? 60 : 4000));
     for (ColorCount& color : colors)
       color = ColorCount(random() & mask, static_cast<unsigned>(1 + random() % 9));
-    const auto most = static_cast<unsigned>(1 + random() % 256);
+    const auto most = static_cast<unsigned>(2 + random() % 255);
     Colors expectedColors = colors;
     Palette expected;
     test::PlainMedianCut(expectedColors, expected, most);
@@ -117,6 +122,17 @@ TEST(MedianCut, DoesWhatThePlainOneDoesInAnyOrderOfTheColours) {
     MedianCut(colors, palette, most);
     ASSERT_EQ(palette, expected) << "shuffled, round " << round << ", seed " << seed;
     ASSERT_EQ(colors, inOrder) << "round " << round << ", seed " << seed;
+  }
+}
+
+TEST(MedianCut, OneColourLeavesTheOrder) {
+  Colors colors = {{3, 1}, {9, 0}, {1, 1}};
+  const Colors before = colors;
+  Palette palette;
+  for (const unsigned most : {0u, 1u}) {
+    MedianCut(colors, palette, most);
+    EXPECT_EQ(palette, Palette{Quad(2)});
+    EXPECT_EQ(colors, before);
   }
 }
 

@@ -68,11 +68,6 @@ inline PlainBox CutOff(PlainBox& box) {
 inline void PlainMedianCut(std::vector<ColorCount>& colors, std::vector<RGBQUAD>& palette,
                            unsigned maxColors) {
   std::vector<PlainBox> boxes = {{colors, 0}};
-  std::stable_sort(boxes[0].colors.begin(), boxes[0].colors.end(),
-                   [](const auto& a, const auto& b) {
-                     return std::make_pair(a.GetColor(), a.GetCount()) <
-                            std::make_pair(b.GetColor(), b.GetCount());
-                   });
   while (boxes.size() < maxColors) {
     PlainBox* next = nullptr;
     for (PlainBox& box : boxes) {
