@@ -10,11 +10,13 @@
 
 #include <algorithm>
 #include <bit>
+#include <cerrno>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <new>
 #include <string_view>
 
 namespace vlm {
@@ -45,24 +47,52 @@ struct FileHeader {
                  "The bitmap is damaged.");
 }
 
-/// Puts two pieces one behind the other into the file at `path`.
-void WriteFile(const GString& path, std::string_view first, std::string_view second) {
+/// Replaces the file at `path` by two pieces one behind the other; false if none can take its
+/// place.
+bool ReplaceFile(const GString& path, std::string_view first, std::string_view second) {
   const bool isOther = platform::KindOf(path.c_str()) != platform::FileKind::kNothing &&
                        !platform::IsRegularFile(path.c_str());
-  if (isOther) {
-    CFile file(path, CFile::AccessWrite, CFile::ModeCreateAlways, CFile::ShareDenyWrite);
-    file.Write(first.data(), static_cast<unsigned int>(first.size()));
-    file.Write(second.data(), static_cast<unsigned int>(second.size()));
-    file.Close();
-    return;
-  }
+  if (isOther) return false;
   platform::FileReplacement file;
-  if (!file.Begin(path.c_str())) {
-    detail::ThrowSystemError(__FILE_NAME__, __LINE__, ERR_OPEN, path);
-  }
-  if (!file.Append(first) || !file.Append(second) || !file.Commit()) {
+  const bool hasBegun = file.Begin(path.c_str());
+  const bool isWritten = hasBegun && file.Append(first) && file.Append(second);
+  if (isWritten && file.Commit()) return true;
+  // A disk that is full or failing would take the old file, too.
+  const bool isInDanger = errno == ENOSPC || errno == EDQUOT || errno == EIO;
+  if (hasBegun != isWritten || isInDanger) {
     detail::ThrowSystemError(__FILE_NAME__, __LINE__, ERR_WRITE, path);
   }
+  return false;
+}
+
+/// Puts two pieces one behind the other into what stands at `path`.
+void WriteInPlace(const GString& path, std::string_view first, std::string_view second) {
+  CFile file(path, CFile::AccessWrite, CFile::ModeCreateAlways, CFile::ShareDenyWrite);
+  file.Write(first.data(), static_cast<unsigned int>(first.size()));
+  file.Write(second.data(), static_cast<unsigned int>(second.size()));
+  file.Close();
+}
+
+/// The bytes that a file has behind its position; 0 for a pipe, which can't tell.
+std::uint64_t BytesLeft(const CFile& file) {
+  try {
+    return static_cast<std::uint64_t>(
+        std::max<std::int64_t>(file.GetLength() - file.GetPosition(), 0));
+  } catch (const Exception&) {
+    return 0;
+  }
+}
+
+/// Gives memory for a block back.
+struct FreeBytes {
+  void operator()(void* memory) const noexcept { ::operator delete(memory); }
+};
+
+/// Memory for a block, for `FreeBytes`.
+void* AllocateBytes(std::size_t size) {
+  void* const memory = ::operator new(size, std::nothrow);
+  if (!memory) throw BadAllocError();
+  return memory;
 }
 
 }  // namespace
@@ -156,7 +186,8 @@ void CDib::Save(const GString& path) const {
   if (!block_) return;
   if (path.empty()) ThrowErrorImpl(__FILE_NAME__, __LINE__, ERR_INTERNAL);
   const FileHeader header(block_->dibSize, block_->tableSize);
-  WriteFile(path, header.View(), {reinterpret_cast<const char*>(&block_->header), block_->dibSize});
+  const std::string_view dib(reinterpret_cast<const char*>(&block_->header), block_->dibSize);
+  if (!ReplaceFile(path, header.View(), dib)) WriteInPlace(path, header.View(), dib);
 }
 
 void CDib::Write(CFile& file) const {
@@ -184,8 +215,16 @@ void CDib::Create(const BITMAPINFOHEADER& header, const RGBQUAD* table, const un
   Sizes sizes;
   if (!Measure(header, sizes)) throw BadAllocError();
   Block* const block = Allocate(header, sizes);
-  if (table) std::copy_n(table, sizes.table, block->Table());
-  if (bits) std::copy_n(bits, block->BitsSize(), block->Bits());
+  if (table) {
+    std::copy_n(table, sizes.table, block->Table());
+  } else {
+    std::fill_n(block->Table(), sizes.table, RGBQUAD{});
+  }
+  if (bits) {
+    std::copy_n(bits, block->BitsSize(), block->Bits());
+  } else {
+    std::fill_n(block->Bits(), block->BitsSize(), static_cast<unsigned char>(0));
+  }
   Take(block);
 }
 
@@ -251,8 +290,7 @@ void CDib::DecRef() noexcept {
 
 void CDib::CopyBits() {
   if (!block_) return;
-  auto* const copy = static_cast<Block*>(std::malloc(block_->blockSize));
-  if (!copy) throw BadAllocError();
+  auto* const copy = static_cast<Block*>(AllocateBytes(block_->blockSize));
   std::memcpy(copy, block_, block_->blockSize);
   copy->references = 0;
   Take(copy);
@@ -279,18 +317,18 @@ bool CDib::Measure(const BITMAPINFOHEADER& header, Sizes& sizes) {
   return true;
 }
 
+/// Makes a block with its head alone filled in.
 CDib::Block* CDib::Allocate(const BITMAPINFOHEADER& header, const Sizes& sizes) {
-  auto* const block = static_cast<Block*>(std::calloc(1, sizes.block));
-  if (!block) throw BadAllocError();
+  auto* const block = static_cast<Block*>(AllocateBytes(sizes.block));
   block->header = header;
   sizes.PutInto(*block);
   return block;
 }
 
-/// Reads a block of `size` bytes. Memory grows with what has come: nobody knows whether a pipe
-/// gives as much as it says.
+/// Reads a block of `size` bytes: into as much memory as the file has bytes, or else into memory
+/// that grows with what has come. Nobody knows whether a pipe gives as much as it says.
 CDib::Block* CDib::ReadBlock(CFile& file, std::uint32_t size) {
-  constexpr std::uint32_t kFirstPiece = 1 << 16;
+  constexpr std::uint64_t kFirstPiece = 1 << 16;
   Block head;
   if (size < sizeof(head)) ThrowDamaged(file);
   file.ReadN(&head, sizeof(head));
@@ -300,22 +338,20 @@ CDib::Block* CDib::ReadBlock(CFile& file, std::uint32_t size) {
     ThrowDamaged(file);
   }
   sizes.PutInto(head);
-  std::unique_ptr<void, decltype(&std::free)> memory(nullptr, &std::free);
-  const auto resize = [&memory](std::uint32_t bytes) {
-    void* const larger = std::realloc(memory.get(), bytes);
-    if (!larger) throw BadAllocError();
-    static_cast<void>(memory.release());
-    memory.reset(larger);
-  };
-  std::uint32_t capacity = std::min(size, kFirstPiece);
-  resize(capacity);
+  using Memory = std::unique_ptr<void, FreeBytes>;
+  const std::uint64_t there = sizeof(head) + BytesLeft(file);
+  auto capacity =
+      static_cast<std::uint32_t>(std::min<std::uint64_t>(size, std::max(there, kFirstPiece)));
+  Memory memory(AllocateBytes(capacity));
   std::memcpy(memory.get(), &head, sizeof(head));
   for (std::uint32_t have = sizeof(head);;) {
     if (capacity > have) file.ReadN(static_cast<char*>(memory.get()) + have, capacity - have);
     if (capacity == size) break;
     have = capacity;
     capacity = size - capacity > capacity ? 2 * capacity : size;
-    resize(capacity);
+    Memory larger(AllocateBytes(capacity));
+    std::memcpy(larger.get(), memory.get(), have);
+    memory.swap(larger);
   }
   return static_cast<Block*>(memory.release());
 }
@@ -325,7 +361,7 @@ void CDib::Hold(Block* block) noexcept {
 }
 
 void CDib::Release(Block* block) noexcept {
-  if (block && block->references-- == 1) std::free(block);
+  if (block && block->references-- == 1) FreeBytes()(block);
 }
 
 /// Leaves the block for another one, which may be the same.

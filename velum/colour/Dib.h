@@ -79,11 +79,19 @@ class VELUM_API CDib {
   void GetColorTable(unsigned int first, unsigned int count, RGBQUAD* out) const noexcept;
 
   /// Writes a BMP file at `path`. A file that is there is replaced once the new one is whole, and
-  /// keeps its permissions; during the work a file `.NAME.velum-lock` stands beside it. What is no
-  /// regular file, a pipe for example, is written to in place. An empty bitmap writes nothing.
+  /// keeps its permissions. An empty bitmap writes nothing.
   ///
-  /// *Errors*: `ERR_OPEN` if the file can't be written, `ERR_WRITE` if writing fails, with the path
-  /// and the system's text; `ERR_INTERNAL` for an empty path.
+  /// Of processes and threads that write at once, each waits for the lock of the file
+  /// `.NAME.velum-lock`, which stands beside the file `NAME` during a write. So that name is the
+  /// library's: a regular file that has it is taken for what a killed process has left, and the
+  /// next write puts an end to it.
+  ///
+  /// What can't be replaced is written in place: a pipe or device, a file that can't be read, one
+  /// in a folder where the process may not put another one, a name too long for the lock's. A
+  /// failure then leaves a part of the file.
+  ///
+  /// *Errors*: `ERR_OPEN` if the file can't be written, `ERR_WRITE` if writing fails, in place also
+  /// `ERR_CLOSE`, with the path and the system's text; `ERR_INTERNAL` for an empty path.
   void Save(const GString& path) const;
   /// Writes the bitmap in the library's stored form, which `Read` reads: the size of the block as
   /// an unsigned 32-bit number, then the block as it stands in memory, its count of sharers as 1.
@@ -104,6 +112,9 @@ class VELUM_API CDib {
   [[nodiscard]] void* CopyToGlobalMem() const;
 
   /// Makes a new bitmap of what a header says; `biSize` becomes 40.
+  ///
+  /// The three masks of `BI_BITFIELDS` are the first entries of `table`: also where they come from
+  /// a longer header, which holds them itself.
   ///
   /// `table` and `bits` hold as many bytes as the new bitmap's table and pixels; where one of them
   /// is null, zeros take its place. They may lie in this bitmap.
@@ -133,7 +144,8 @@ class VELUM_API CDib {
   ///
   /// *Errors*: those of `CFile::ReadN`; `ERR_READ` "The bitmap is damaged." for sizes that
   /// contradict each other or belong to no bitmap. The bitmap is then as it was.
-  /// *Cost*: memory of at most twice what the file gives, however large a size it tells.
+  /// *Cost*: the memory of the block, if the file has as many bytes. Otherwise, and for a pipe, 64
+  /// kB at once and then at most three times what has come, however large a size it tells.
   void Read(CFile& file);
 
   /// Shares the block of another bitmap.

@@ -1,20 +1,28 @@
 #include <velum/colour/Dib.h>
 #include <velum/colour/GrayScale.h>
+#include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
 #include <velum/files/File.h>
+#include <testing/FailingAllocations.h>
 #include <testing/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <new>
-#include <random>
 #include <string>
-#include <vector>
+#include <thread>
+#include <utility>
 
 namespace vlm {
 namespace {
@@ -242,6 +250,20 @@ TEST(Dib, AFileIsItsHeaderAndTheBlock) {
   dib.Save("/dev/null");
 }
 
+TEST(Dib, AFileWithoutRoomForItsLockIsWrittenInPlace) {
+  const testing::TemporaryFolder folder;
+  const std::string longName = folder.Path(std::string(250, 'n'));
+  const std::string taken = folder.Path("taken.bmp");
+  std::filesystem::create_directory(folder.Path(".taken.bmp.velum-lock"));
+  std::ofstream(taken) << std::string(1000, 'x');
+  for (const std::string& path : {longName, taken}) {
+    const CDib dib = Sample(2, 2, 24);
+    dib.Save(path);
+    EXPECT_EQ(FileAt(path).size(), 14 + std::size_t{dib.GetDibSize()}) << path;
+    EXPECT_EQ(FileAt(path).substr(14), BytesOf(dib)) << path;
+  }
+}
+
 TEST(Dib, TheStoredFormComesBack) {
   for (const int bits : {1, 4, 8, 16, 24, 32}) {
     const CDib dib = Sample(7, 3, bits);
@@ -331,8 +353,8 @@ TEST(Dib, ADamagedFormIsRefusedAndTheBitmapStays) {
   EXPECT_EQ(Stored(dib), sound);
 }
 
-TEST(Dib, ALargeSizeWithoutBytesTakesNoMemory) {
-  // A sound head of a bitmap of 4 GB, and nothing behind it.
+TEST(Dib, MemoryForALargeSizeFollowsTheBytes) {
+  // A sound head of a bitmap of 4 GB, and little behind it.
   std::string head(4 + 68, '\0');
   const BITMAPINFOHEADER header = Header(1 << 15, (1 << 15) - 1, 32);
   const std::uint32_t stride = 1u << 17;
@@ -340,8 +362,65 @@ TEST(Dib, ALargeSizeWithoutBytesTakesNoMemory) {
   const std::uint32_t fields[] = {dibSize + 28, 1, dibSize + 28, dibSize, 0, 68, 68, stride};
   std::memcpy(head.data(), fields, sizeof(fields));
   std::memcpy(head.data() + sizeof(fields), &header, sizeof(header));
+  for (const std::size_t given : {0u, 300000u}) {
+    std::string stored = head + std::string(given, 'x');
+    CFile file;
+    file.Open(stored.data(), static_cast<unsigned int>(stored.size()));
+    CDib dib;
+    const testing::AllocationPeak peak;
+    EXPECT_THROW(dib.Read(file), Exception);
+    EXPECT_LT(peak.Bytes(), (1u << 17) + 3 * given);
+  }
+}
+
+TEST(Dib, APipeIsReadInPieces) {
+  const testing::TemporaryFolder folder;
+  const std::string path = folder.Path("pipe");
+  ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+  const CDib large = Sample(1000, 500, 24);
+  const std::string stored = Stored(large);
+  std::thread writer([&] { std::ofstream(path, std::ios::binary) << stored; });
+  CFile file(path, CFile::AccessRead, CFile::ModeOpenExisting, CFile::ShareDenyNone);
   CDib dib;
-  EXPECT_THROW(Restore(dib, head), Exception);
+  const testing::AllocationPeak peak;
+  EXPECT_NO_THROW(dib.Read(file));
+  EXPECT_LT(peak.Bytes(), 2 * stored.size());
+  writer.join();
+  EXPECT_EQ(BytesOf(dib), BytesOf(large));
+}
+
+TEST(Dib, WithoutMemoryTheBitmapStays) {
+  if (!testing::kAllocationsCanFail) GTEST_SKIP();
+  std::string stored = Stored(Sample(300, 300, 24));
+  CFile file;
+  file.Open(stored.data(), static_cast<unsigned int>(stored.size()));
+  const auto read = [&file](CDib& dib) {
+    file.Seek(0, CFile::OriginBegin);
+    dib.Read(file);
+  };
+  const struct {
+    const char* why;
+    std::function<void(CDib&)> change;
+  } rows[] = {
+      {"a new bitmap", [](CDib& dib) { dib.Create(7, 7, 1, 0, nullptr, nullptr); }},
+      {"a block of its own", [](CDib& dib) { static_cast<void>(dib.GetWritableBits()); }},
+      {"one for the table",
+       [](CDib& dib) {
+         dib.SetColorTable(0, RGBQUAD{9, 9, 9, 9});
+       }},
+      {"what is read", read},
+  };
+  for (const auto& row : rows) {
+    CDib dib = Sample();
+    const CDib shared(dib);
+    const std::string before = BytesOf(dib);
+    {
+      const testing::FailingAllocations none;
+      EXPECT_THROW(row.change(dib), std::bad_alloc) << row.why;
+    }
+    EXPECT_EQ(dib.GetBits(), shared.GetBits()) << row.why;
+    EXPECT_EQ(BytesOf(dib), before) << row.why;
+  }
 }
 
 TEST(Dib, TheBlockForAClipboardIsTheCallers) {
