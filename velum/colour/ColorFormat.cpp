@@ -58,10 +58,11 @@ void CopyShifted(unsigned char* dst, const unsigned char* src, int bit,
 /// Copies `count` bits, at least one; the positions count bits from the highest of the first byte.
 void CopyBits(unsigned char* dst, std::ptrdiff_t dstBit, const unsigned char* src,
               std::ptrdiff_t srcBit, std::ptrdiff_t count) noexcept {
-  dst += dstBit / kByte;
-  src += srcBit / kByte;
-  const int first = static_cast<int>(dstBit % kByte);
-  int from = static_cast<int>(srcBit % kByte);
+  // Rounded down, for what lies before the begin of a row.
+  dst += dstBit >> 3;
+  src += srcBit >> 3;
+  const int first = static_cast<int>(dstBit & (kByte - 1));
+  int from = static_cast<int>(srcBit & (kByte - 1));
   if (first != 0) {
     const int head = static_cast<int>(std::min<std::ptrdiff_t>(kByte - first, count));
     Put(dst++, first, head, Fetch(src, from, head));

@@ -47,7 +47,7 @@ extern VELUM_API const bool ColorFmtHasAlphaChannel[14];  ///< True if a pixel h
 ColorFormatClosestToDIB(const BITMAPINFOHEADER& header) noexcept;
 
 /// Copies `count` pixels from the pixel `srcPixel` of a row to the pixel `dstPixel` of another,
-/// both counted from 0 at the start of their row. The two do not overlap.
+/// both counted from 0 at `src` and `dst`; negative ones lie before these. The two do not overlap.
 ///
 /// Of pixels smaller than a byte only those copied change; their neighbours in the first and the
 /// last byte stay. No byte without a pixel that is copied is read or written.

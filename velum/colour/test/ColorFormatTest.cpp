@@ -94,10 +94,15 @@ TEST(CopyPixels, DoesWhatAPlainCopyDoes) {
     Bytes dst = RandomBytes(((dstPixel + count) * bits + 7) / 8, random);
     Bytes expected = dst;
     PlainCopy(expected, dstPixel * bits, src, srcPixel * bits, count * bits);
-    CopyPixels(dst.data(), static_cast<int>(dstPixel), src.data(), static_cast<int>(srcPixel),
+    // Positions may count from within the row: of 12 bytes, a whole number of pixels of any format.
+    const unsigned to = dst.size() < 12 ? 0 : below(2) * 12;
+    const unsigned from = src.size() < 12 ? 0 : below(2) * 12;
+    CopyPixels(dst.data() + to, static_cast<int>(dstPixel) - static_cast<int>(to * 8 / bits),
+               src.data() + from, static_cast<int>(srcPixel) - static_cast<int>(from * 8 / bits),
                static_cast<int>(count), format);
     ASSERT_EQ(dst, expected) << "format " << format << ", " << count << " pixels from " << srcPixel
-                             << " to " << dstPixel << ", seed " << seed;
+                             << " to " << dstPixel << ", counted from the bytes " << from << " and "
+                             << to << ", seed " << seed;
   }
 }
 
