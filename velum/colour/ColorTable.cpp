@@ -4,6 +4,7 @@
 #include <velum/core/StringCompare.h>
 
 #include <algorithm>
+#include <cstdint>
 
 namespace vlm {
 
@@ -26,8 +27,9 @@ CColorTable::CColorTable() : entries_(detail::ReadColorFile("Colors.ini")) {}
 CColorTable::~CColorTable() = default;
 
 bool CColorTable::IndexFromColor(unsigned long color, unsigned int& index) const noexcept {
+  const auto word = static_cast<std::uint32_t>(color);
   return IndexOfFirst(
-      *this, [color](const CColorTableEntry& entry) { return entry.Color() == color; }, index);
+      *this, [word](const CColorTableEntry& entry) { return entry.Color() == word; }, index);
 }
 
 bool CColorTable::IndexFromColor(const GString& name, unsigned int& index) const noexcept {

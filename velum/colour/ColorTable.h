@@ -56,8 +56,9 @@ class VELUM_API CColorTableEntry {
 ///
 /// Threads: any number may read, once the first call of `Instance` has come back.
 ///
-/// *Errors* of `Instance`: `ERR_FIND` from "ColorTable" if there is no file; the next call looks
-/// again.
+/// *Errors* of `Instance`: `ERR_FIND` from "ColorTable" if there is no file, or what is found can't
+/// be read or is no regular file; `ERR_INVALID_PARAMETER` for one whose full path is longer than
+/// 259 bytes. The next call looks again.
 class VELUM_API CColorTable : public Singleton<CColorTable> {
  public:
   /// Goes through the entries in order.
@@ -80,8 +81,8 @@ class VELUM_API CColorTable : public Singleton<CColorTable> {
   /// Before the first entry.
   [[nodiscard]] const_reverse_iterator rend() const noexcept { return entries_.rend(); }
 
-  /// Gets the index of the first entry with a colour, a word 0x00BBGGRR; false if there is none:
-  /// `index` then stays.
+  /// Gets the index of the first entry with a colour, a word 0x00BBGGRR of which the low 32 bits
+  /// count; false if there is none: `index` then stays.
   bool IndexFromColor(unsigned long color, unsigned int& index) const noexcept;
   /// Gets the index of the first entry with a name, whatever the case of its letters; false if
   /// there is none: `index` then stays.

@@ -5,6 +5,7 @@
 #include <velum/core/Exception.h>
 #include <velum/diagnostics/LocateFile.h>
 #include <velum/files/ConfigFile.h>
+#include <velum/platform/detail/FileSystem.h>
 
 #include <algorithm>
 #include <string>
@@ -41,7 +42,9 @@ unsigned long ColorOf(std::string_view text) {
 
 std::vector<CColorTableEntry> ReadColorFile(const GString& name) {
   const GString path = LocateFile(name);
-  if (path.empty()) ThrowErrorImpl("ColorTable", __LINE__, ERR_FIND, name.c_str());
+  if (!platform::IsRegularFile(path.c_str()) || !platform::MayRead(path.c_str())) {
+    ThrowErrorImpl("ColorTable", __LINE__, ERR_FIND, name.c_str());
+  }
   std::vector<GString> lines;
   CConfigFile(path).ReadSection("Colors", lines);
   std::vector<CColorTableEntry> entries;

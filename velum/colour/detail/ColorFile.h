@@ -15,7 +15,8 @@ namespace vlm::detail {
 /// Reads the colours of the section "Colors" of the file that `LocateFile` finds for a name; see
 /// `CColorTable`.
 ///
-/// *Errors*: `ERR_FIND` from "ColorTable" if it finds none.
+/// *Errors*: `ERR_FIND` from "ColorTable" if it finds none that can be read; those of `CConfigFile`
+/// for its path.
 [[nodiscard]] std::vector<CColorTableEntry> ReadColorFile(const GString& name);
 
 }  // namespace vlm::detail

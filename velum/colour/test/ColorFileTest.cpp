@@ -1,11 +1,12 @@
 #include <velum/colour/Color4b.h>
 #include <velum/colour/detail/ColorFile.h>
+#include <velum/colour/test/reference/CssColors.h>
+#include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
 #include <testing/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <fstream>
 #include <map>
 #include <string>
@@ -58,39 +59,31 @@ TEST(ColorFile, EachLineIsANameAndThreeNumbers) {
   EXPECT_EQ(ordered[2].Color(), 3u);
 }
 
-TEST(ColorFile, AMissingOneIsToldByItsName) {
-  try {
-    static_cast<void>(ReadColorFile("NoSuchColors.ini"));
-    FAIL();
-  } catch (const Exception& error) {
-    EXPECT_EQ(error.GetErrCode(), ERR_FIND);
-    EXPECT_STREQ(error.GetSrcFile().c_str(), "ColorTable");
-    EXPECT_NE(error.GetDescription().find("NoSuchColors.ini"), GString::npos);
+TEST(ColorFile, OneThatCantBeReadIsToldByItsName) {
+  const vlm::testing::TemporaryFolder folder;
+  for (const std::string& name : {std::string("NoSuchColors.ini"), folder.Path()}) {
+    try {
+      static_cast<void>(ReadColorFile(name));
+      ADD_FAILURE() << name;
+    } catch (const Exception& error) {
+      EXPECT_EQ(error.GetErrCode(), ERR_FIND) << name;
+      EXPECT_STREQ(error.GetSrcFile().c_str(), "ColorTable") << name;
+      EXPECT_NE(error.GetDescription().find(name.c_str()), GString::npos) << name;
+    }
   }
 }
 
 // What this tree ships, held against the constants.
 TEST(ColorFile, OursHoldsEachNamedColour) {
-  std::map<std::string, unsigned long> expected;
-  std::ifstream constants(VELUM_NAMED_COLORS);
-  std::string text{std::istreambuf_iterator<char>(constants), {}};
-  const std::string mark = "NamedColors::";
-  for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + 1)) {
-    char name[40];
-    unsigned r = 0, g = 0, b = 0, a = 0;
-    if (std::sscanf(text.c_str() + at + mark.size(), "%39[A-Za-z]{%u, %u, %u, %u}", name, &r, &g,
-                    &b, &a) == 5 &&
-        a == 255) {
-      expected[name] = b << 16 | g << 8 | r;
-    }
-  }
-  ASSERT_EQ(expected.size(), 142u);
-  const auto colors = ReadColorFile(VELUM_COLORS_INI);
   std::map<std::string, unsigned long> found;
-  for (const CColorTableEntry& entry : colors) {
+  for (const CColorTableEntry& entry : ReadColorFile(VELUM_COLORS_INI)) {
     EXPECT_TRUE(found.emplace(entry.Name().c_str(), entry.Color()).second) << entry.Name().c_str();
   }
-  for (const auto& [name, color] : expected) EXPECT_EQ(found[name], color) << name;
+  for (const test::CssColor& row : test::kCssColors) {
+    EXPECT_EQ(found[row.name], row.color.GetCOLORREF()) << row.name;
+  }
+  EXPECT_EQ(found["Dkgray"], Color4b::Dkgray.GetCOLORREF());
+  EXPECT_EQ(found["Ltgray"], Color4b::Ltgray.GetCOLORREF());
 }
 
 }  // namespace

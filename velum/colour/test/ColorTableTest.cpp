@@ -3,8 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <iterator>
+#include <cstddef>
 
 namespace vlm {
 namespace {
@@ -41,6 +40,8 @@ TEST(ColorTable, FindsTheFirstOfAColour) {
   EXPECT_STREQ(table[index].Name().c_str(), "Aqua");
   ASSERT_TRUE(table.IndexFromColor(Color4b::Gray.GetCOLORREF(), index));
   EXPECT_STREQ(table[index].Name().c_str(), "Gray") << "an English one comes later";
+  EXPECT_TRUE(table.IndexFromColor(0x100000000UL | Color4b::Red.GetCOLORREF(), index));
+  EXPECT_STREQ(table[index].Name().c_str(), "Red") << "words have 32 bits";
   index = 7;
   EXPECT_FALSE(table.IndexFromColor(0xFF000000, index)) << "the whole word counts";
   EXPECT_FALSE(table.IndexFromColor("Gree", index));
