@@ -99,6 +99,7 @@ void ExceptionsCrossTheBoundary() {
 
 void InstalledDataAreFound() {
   Check(!vlm::LocateFile("Symbols\\default.sym").empty(), "the installed symbols are found");
+  Check(vlm::CColorTable::Instance().size() > 140, "the installed colours are found");
 }
 
 }  // namespace
