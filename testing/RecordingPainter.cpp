@@ -105,6 +105,16 @@ PaintResult RecordingPainter::ResetClip() {
   return PaintResult::kDone;
 }
 
+PaintResult RecordingPainter::SetInnerClip(const PaintBox& box) {
+  innerClip_ = {box.x + origin_.x, box.y + origin_.y, box.width, box.height};
+  return PaintResult::kDone;
+}
+
+PaintResult RecordingPainter::ResetInnerClip() {
+  innerClip_ = {0, 0, -1, -1};
+  return PaintResult::kDone;
+}
+
 PaintedShape& RecordingPainter::Record(PaintedShape::Kind kind, std::uint32_t argb,
                                        const PaintBox& box) {
   PaintedShape shape;
@@ -112,6 +122,7 @@ PaintedShape& RecordingPainter::Record(PaintedShape::Kind kind, std::uint32_t ar
   shape.argb = argb;
   shape.box = box;
   shape.clip = clip_;
+  shape.innerClip = innerClip_;
   return shapes_->emplace_back(std::move(shape));
 }
 

@@ -28,8 +28,9 @@ struct PaintedShape {
   platform::PaintBox box{};                  ///< of a text what it covers, turned as it is
   std::vector<platform::PaintPoint> points;  ///< of lines
   std::string text;
-  bool isBold = false;        ///< of a text
-  platform::PaintBox clip{};  ///< inside of which it shows; of width -1 for no clip
+  bool isBold = false;             ///< of a text
+  platform::PaintBox clip{};       ///< inside of which it shows; of width -1 for no clip
+  platform::PaintBox innerClip{};  ///< and inside of which as well
 };
 
 /// Measures and records; nothing fails.
@@ -64,6 +65,8 @@ class RecordingPainter : public platform::Painter {
   platform::PaintResult ResetTransform() override;
   platform::PaintResult SetClip(const platform::PaintBox& box) override;
   platform::PaintResult ResetClip() override;
+  platform::PaintResult SetInnerClip(const platform::PaintBox& box) override;
+  platform::PaintResult ResetInnerClip() override;
 
  private:
   PaintedShape& Record(PaintedShape::Kind kind, std::uint32_t argb, const platform::PaintBox& box);
@@ -73,6 +76,7 @@ class RecordingPainter : public platform::Painter {
   platform::PaintPoint origin_{};
   int quarters_ = 0;  // to the left
   platform::PaintBox clip_{0, 0, -1, -1};
+  platform::PaintBox innerClip_{0, 0, -1, -1};
 };
 
 }  // namespace vlm::testing

@@ -86,6 +86,19 @@ PaintBox BoxOf(INT x, INT y, INT width, INT height) {
   return {real(x), real(y), real(width), real(height)};
 }
 
+PaintBox ClipBoxOf(const Rect& rect) {
+  return BoxOf(rect.X, rect.Y, std::max(rect.Width, 0), std::max(rect.Height, 0));
+}
+
+/// Copies the pixels of a part to another place.
+void CopyRows(const BitmapData& to, const BitmapData& from) {
+  for (std::ptrdiff_t y = 0; y < std::ptrdiff_t{from.Height}; ++y) {
+    std::memcpy(static_cast<char*>(to.Scan0) + y * to.Stride,
+                static_cast<const char*>(from.Scan0) + y * from.Stride,
+                std::size_t{4} * from.Width);
+  }
+}
+
 }  // namespace
 
 Font::Font(const wchar_t* family, REAL emSize, INT style)
@@ -162,13 +175,23 @@ Status Bitmap::LockBits(const Rect* rect, UINT flags, PixelFormat format, Bitmap
       part.Width > surface_->Width() - part.X || part.Height > surface_->Height() - part.Y) {
     return Keep(InvalidParameter);
   }
+  const BitmapData pixels = Part(part);
+  BitmapData locked = pixels;
+  // Whoever copies rows by their stride must not come behind the last one.
+  if (part.Width < surface_->Width()) {
+    try {
+      copies_.resize(std::size_t{pixels.Width} * pixels.Height);
+    } catch (const std::bad_alloc&) {
+      return Keep(OutOfMemory);
+    }
+    locked.Stride = 4 * part.Width;
+    locked.Scan0 = copies_.data();
+    CopyRows(locked, pixels);
+  }
+  *data = locked;
   isLocked_ = true;
-  data->Width = static_cast<UINT>(part.Width);
-  data->Height = static_cast<UINT>(part.Height);
-  data->Stride = surface_->Stride();
-  data->PixelFormat = format;
-  data->Scan0 = surface_->Pixels() + std::ptrdiff_t{part.Y} * surface_->Stride() + 4 * part.X;
-  data->Reserved = 0;
+  lockedPart_ = part;
+  lockedFor_ = flags;
   return Ok;
 }
 
@@ -176,8 +199,28 @@ Status Bitmap::UnlockBits(BitmapData* data) {
   if (!data) return Keep(InvalidParameter);
   if (!isLocked_) return Keep(WrongState);
   isLocked_ = false;
-  surface_->MarkWritten();
+  if ((lockedFor_ & ImageLockModeWrite) != 0) {
+    const BitmapData pixels = Part(lockedPart_);
+    if (!copies_.empty()) {
+      BitmapData copies = pixels;
+      copies.Stride = 4 * lockedPart_.Width;
+      copies.Scan0 = copies_.data();
+      CopyRows(pixels, copies);
+    }
+    surface_->MarkWritten();
+  }
+  copies_ = {};
   return Ok;
+}
+
+BitmapData Bitmap::Part(const Rect& part) const noexcept {
+  BitmapData data;
+  data.Width = static_cast<UINT>(part.Width);
+  data.Height = static_cast<UINT>(part.Height);
+  data.Stride = surface_->Stride();
+  data.PixelFormat = PixelFormat32bppPARGB;
+  data.Scan0 = surface_->Pixels() + std::ptrdiff_t{part.Y} * surface_->Stride() + 4 * part.X;
+  return data;
 }
 
 Status Bitmap::Keep(Status status) const noexcept {
@@ -309,14 +352,20 @@ Status Graphics::ResetTransform() {
 }
 
 Status Graphics::SetClip(const Rect& rect) {
-  return Paint(true, [&](platform::Painter& painter) {
-    return painter.SetClip(
-        BoxOf(rect.X, rect.Y, std::max(rect.Width, 0), std::max(rect.Height, 0)));
-  });
+  return Paint(true, [&](platform::Painter& painter) { return painter.SetClip(ClipBoxOf(rect)); });
 }
 
 Status Graphics::ResetClip() {
   return Paint(true, [](platform::Painter& painter) { return painter.ResetClip(); });
+}
+
+Status Graphics::SetInnerClip(const Rect& rect) {
+  return Paint(true,
+               [&](platform::Painter& painter) { return painter.SetInnerClip(ClipBoxOf(rect)); });
+}
+
+Status Graphics::ResetInnerClip() {
+  return Paint(true, [](platform::Painter& painter) { return painter.ResetInnerClip(); });
 }
 
 HDC Graphics::GetHDC() {

@@ -26,8 +26,8 @@
 ///
 /// *Status.* Nothing throws but what makes an object, which may give `std::bad_alloc`. A call that
 /// fails says so by its result, paints nothing and leaves its status in the object; whatever comes
-/// next is painted all the same. Coordinates beyond 1,000,000
-/// pixels are taken as that.
+/// next is painted all the same. Coordinates beyond 1,000,000, or beyond 4,000,000 pixels of a
+/// surface whose context magnifies, are taken as that.
 
 #include <velum/core/Api.h>
 #include <velum/platform/Types.h>
@@ -35,6 +35,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 struct _cairo;
 
@@ -299,11 +300,13 @@ class VELUM_API Bitmap {
   /// file that can't be written.
   Status Save(const wchar_t* path, const GUID* encoder);
   /// Gives access to the pixels of `rect`, of the whole picture if that is null; `flags` are those
-  /// of `ImageLockMode`. The pixels are those of the picture, not copies.
+  /// of `ImageLockMode`. The pixels are those of the picture; of a rectangle that is narrower they
+  /// are copies, row by row without a gap, which `UnlockBits` puts back if they were locked for
+  /// writing.
   ///
   /// *Errors*: by status: `UnknownImageFormat` for a form other than `PixelFormat32bppPARGB`,
   /// `InvalidParameter` for a rectangle that reaches out of the picture or no flags, `WrongState`
-  /// for a picture that is locked.
+  /// for a picture that is locked, `OutOfMemory`.
   /// *Lifetime*: until `UnlockBits`; nothing paints on the picture till then.
   Status LockBits(const Rect* rect, UINT flags, PixelFormat format, BitmapData* data);
   /// Ends the access that `LockBits` gave.
@@ -313,10 +316,14 @@ class VELUM_API Bitmap {
   friend class Graphics;
 
   [[gnu::visibility("hidden")]] Status Keep(Status status) const noexcept;
+  [[gnu::visibility("hidden")]] BitmapData Part(const Rect& part) const noexcept;
 
   std::unique_ptr<platform::PixelSurface> surface_;
   mutable Status status_ = Ok;
   bool isLocked_ = false;
+  Rect lockedPart_;
+  UINT lockedFor_ = 0;
+  std::vector<std::uint32_t> copies_;
 };
 
 /// Paints on a bitmap or on a Cairo context.
@@ -388,6 +395,10 @@ class VELUM_API Graphics {
   Status SetClip(const Rect& rect);
   /// Takes the clip of `SetClip` away.
   Status ResetClip();
+  /// Paints inside of the pixels of a rectangle alone that the clip leaves.
+  [[gnu::visibility("hidden")]] Status SetInnerClip(const Rect& rect);
+  /// Takes the clip of `SetInnerClip` away.
+  [[gnu::visibility("hidden")]] Status ResetInnerClip();
 
   /// A drawing context on the same surface, see DrawingContext.h. Null if there is none.
   /// *Lifetime*: until `ReleaseHDC`; it holds on to the surface.

@@ -31,9 +31,9 @@ namespace vlm {
 
 /// Draws charts of samples that `Load` has told the statistics of.
 ///
-/// A value. Any number of threads may draw with one at a time, each on its own `Graphics`. A
-/// chart sets the clip of the `Graphics` and takes it away again; a call that fails there stops
-/// nothing, and the `Graphics` keeps its status. Coordinates are pixels; rectangles that are empty
+/// A value. Any number of threads may draw with one at a time, each on its own `Graphics`, whose
+/// clip holds and stays; a call that fails there stops nothing, and the `Graphics` keeps its
+/// status. Coordinates are pixels; rectangles that are empty
 /// or reach beyond 1,000,000 of them are not drawn.
 class VELUM_API CDrawStats {
  public:

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -133,6 +134,37 @@ TEST(Graphics, StraightStrokesPaintWholePixels) {
   }
 }
 
+TEST(Graphics, WhatIsFarAwayLeavesTheContextWhole) {
+  for (const double scale : {1.0, 20.0, 1000.0}) {
+    cairo_surface_t* const image = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 40, 40);
+    const unsigned char* const pixels = cairo_image_surface_get_data(image);
+    cairo_t* const context = cairo_create(image);
+    cairo_scale(context, scale, scale);
+    Graphics graphics(context);
+    const INT most = 2147483647;
+    for (const INT far : {-most, -2000000, 2000000, most - 9}) {
+      EXPECT_EQ(graphics.FillEllipse(&kInk, far, 0, 10, 10), Ok);
+      EXPECT_EQ(graphics.DrawEllipse(&kBlack, 0, far, 10, 10), Ok);
+      EXPECT_EQ(graphics.FillRectangle(&kInk, far, 0, 10, 10), Ok);
+      EXPECT_EQ(graphics.DrawLine(&kBlack, far, 0, far, 10), Ok);
+    }
+    cairo_surface_flush(image);
+    EXPECT_EQ(std::count(pixels, pixels + 40 * 40 * 4, 0), 40 * 40 * 4) << scale;
+    for (const INT far : {100000, 500000, 1000000, most}) {
+      cairo_save(context);
+      cairo_set_operator(context, CAIRO_OPERATOR_CLEAR);
+      cairo_paint(context);
+      cairo_restore(context);
+      EXPECT_EQ(graphics.DrawLine(&kBlack, -far, 0, far, 0), Ok);
+      cairo_surface_flush(image);
+      EXPECT_EQ(std::count(pixels, pixels + 40 * 4, 255), 40) << scale << ' ' << far;
+    }
+    EXPECT_EQ(cairo_status(context), CAIRO_STATUS_SUCCESS) << scale;
+    cairo_destroy(context);
+    cairo_surface_destroy(image);
+  }
+}
+
 TEST(Graphics, EllipsesAreCentredOnTheirPixel) {
   for (const INT radius : {1, 2, 5}) {
     const std::vector<std::string> disc = Drawn(13, 13, [&](Graphics& g) {
@@ -194,6 +226,52 @@ TEST(Graphics, TextLiesInItsMeasuredBoxWhereverItIsAligned) {
       EXPECT_GE(ink.Y, std::floor(top));
       EXPECT_LE(ink.Y + ink.Height, std::ceil(top + box.Height));
       EXPECT_NEAR(ink.Height, 0.729 * 16, 1) << "capitals of this face are 0.729 em high";
+    }
+  }
+}
+
+/// The last rows and columns of letters without round feet, level and upright, in pixels of a
+/// surface with a scale and an offset of its own; -1 if there is anything but black.
+std::vector<int> BaselinesAt(double scale, double offset) {
+  std::vector<int> lines;
+  for (int i = 0; i < 20; ++i) {
+    const bool isLevel = i < 10;
+    cairo_surface_t* const image = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 40, 40);
+    cairo_surface_set_device_scale(image, scale, scale);
+    cairo_surface_set_device_offset(image, offset, offset);
+    cairo_t* const context = cairo_create(image);
+    cairo_translate(context, -offset / scale, -offset / scale);
+    cairo_scale(context, 1 / scale, 1 / scale);
+    {
+      Graphics graphics(context);
+      const Gdiplus::Font font(L"DejaVu Sans", 10);
+      const REAL place = 5 + 0.37f * static_cast<REAL>(i % 10);
+      graphics.TranslateTransform(isLevel ? 5 : place, isLevel ? place : 30);
+      graphics.RotateTransform(isLevel ? 0 : -90);
+      graphics.DrawString(L"E", -1, &font, PointF(0, 0), nullptr, &kInk);
+    }
+    cairo_destroy(context);
+    cairo_surface_flush(image);
+    int last = 39;
+    int most = 0;
+    for (; last >= 0 && most == 0; --last) {
+      for (int j = 0; j < 40; ++j) {
+        const int at = isLevel ? last * 40 + j : j * 40 + last;
+        most = std::max<int>(most, cairo_image_surface_get_data(image)[4 * at + 3]);
+      }
+    }
+    lines.push_back(most == 255 ? last : -1);
+    cairo_surface_destroy(image);
+  }
+  return lines;
+}
+
+TEST(Graphics, BaselinesLieOnThePixelsOfTheSurface) {
+  const std::vector<int> expected = BaselinesAt(1, 0);
+  EXPECT_THAT(expected, ::testing::Each(::testing::Gt(10)));
+  for (const double scale : {1.0, 2.0, 3.0}) {
+    for (const double offset : {0.0, 0.5}) {
+      EXPECT_EQ(BaselinesAt(scale, offset), expected) << scale << ' ' << offset;
     }
   }
 }
@@ -379,6 +457,7 @@ TEST(Bitmap, BitsAreLockedInParts) {
   ASSERT_EQ(bitmap.LockBits(&part, ImageLockModeWrite, PixelFormat32bppPARGB, &data), Ok);
   EXPECT_EQ(data.Width, 3u);
   EXPECT_EQ(data.Height, 2u);
+  EXPECT_EQ(data.Stride, 12) << "nobody who copies by the stride comes behind the last row";
   BitmapData second;
   EXPECT_EQ(bitmap.LockBits(&part, ImageLockModeRead, PixelFormat32bppPARGB, &second), WrongState);
   const std::uint32_t white = 0xFFFFFFFF;
@@ -394,6 +473,34 @@ TEST(Bitmap, BitsAreLockedInParts) {
   }
   EXPECT_EQ(bitmap.LockBits(nullptr, ImageLockModeRead, 0, &data), UnknownImageFormat);
   EXPECT_EQ(bitmap.LockBits(nullptr, 0, PixelFormat32bppPARGB, &data), InvalidParameter);
+}
+
+TEST(Bitmap, APartIsCopiedOutAndBack) {
+  Bitmap bitmap(5, 4);
+  const Rect part(2, 1, 3, 3);  // up to the last pixel
+  std::vector<std::uint32_t> written(9);
+  for (std::uint32_t i = 0; i < 9; ++i) written[i] = 0xFF000000 | i;
+  BitmapData rows;
+  rows.Height = 3;
+  rows.Stride = 12;
+  rows.Scan0 = written.data();
+  BitmapData data;
+  ASSERT_EQ(bitmap.LockBits(&part, ImageLockModeWrite, PixelFormat32bppPARGB, &data), Ok);
+  CopyGdiBitmapData(data, rows);
+  bitmap.UnlockBits(&data);
+
+  std::vector<std::uint32_t> read(9);
+  rows.Scan0 = read.data();
+  ASSERT_EQ(bitmap.LockBits(&part, ImageLockModeRead, PixelFormat32bppPARGB, &data), Ok);
+  CopyGdiBitmapData(rows, data);
+  std::memset(data.Scan0, 0x7F, 4);
+  bitmap.UnlockBits(&data);
+  EXPECT_EQ(read, written);
+  ASSERT_EQ(bitmap.LockBits(nullptr, ImageLockModeRead, PixelFormat32bppPARGB, &data), Ok);
+  EXPECT_EQ(PixelAt(data, 2, 1), 0xFF000000u) << "what is locked for reading is not put back";
+  EXPECT_EQ(PixelAt(data, 1, 1), 0u);
+  EXPECT_EQ(PixelAt(data, 4, 3), 0xFF000008u);
+  bitmap.UnlockBits(&data);
 }
 
 TEST(Bitmap, AFileHoldsEveryPixel) {

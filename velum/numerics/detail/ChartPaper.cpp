@@ -40,10 +40,10 @@ ChartPaper::ChartPaper(Graphics& graphics, const ChartRect& area)
       grey_(Color(kGrey)),
       labelFont_(FaceOf(10, FontStyleRegular)),
       titleFont_(FaceOf(12, FontStyleBold)) {
-  graphics_.SetClip({area.left, area.top, area.width, area.height});
+  graphics_.SetInnerClip({area.left, area.top, area.width, area.height});
 }
 
-ChartPaper::~ChartPaper() { graphics_.ResetClip(); }
+ChartPaper::~ChartPaper() { graphics_.ResetInnerClip(); }
 
 int ChartPaper::LabelHeight() {
   if (labelHeight_ < 0) {

@@ -109,8 +109,8 @@ TEST(DrawStats, BoxPlotFillsItsRectangle) {
                           std::tuple(140, 60, 180, 60, 2), std::tuple(180, 50, 180, 70, 2),
                           std::tuple(130, 50, 130, 70, 2)));
   EXPECT_THAT(BoxesOf(shapes, PaintedShape::Disc, kBlack), ElementsAre(Box(125, 55, 10, 10)));
-  EXPECT_EQ(shapes.front().clip.x, 100);
-  EXPECT_EQ(shapes.front().clip.height, 21);
+  EXPECT_EQ(shapes.front().innerClip.x, 100);
+  EXPECT_EQ(shapes.front().innerClip.height, 21);
 }
 
 TEST(DrawStats, BoxPlotOfAConstantIsAtTheLeft) {
@@ -280,10 +280,10 @@ TEST(DrawStats, TextsKeepApartAndStandAtTheirValues) {
     const auto& yAxis = shapes[1].points;
     Shapes texts;
     for (const PaintedShape& shape : shapes) {
-      EXPECT_EQ(shape.clip.x, chart.rect.X);
-      EXPECT_EQ(shape.clip.y, chart.rect.Y);
-      EXPECT_EQ(shape.clip.width, chart.rect.Width);
-      EXPECT_EQ(shape.clip.height, chart.rect.Height);
+      EXPECT_EQ(shape.innerClip.x, chart.rect.X);
+      EXPECT_EQ(shape.innerClip.y, chart.rect.Y);
+      EXPECT_EQ(shape.innerClip.width, chart.rect.Width);
+      EXPECT_EQ(shape.innerClip.height, chart.rect.Height);
       if (shape.text.empty()) continue;
       for (const PaintedShape& other : texts) {
         EXPECT_FALSE(Overlap(shape.box, other.box)) << shape.text << " over " << other.text;
@@ -334,6 +334,9 @@ TEST(DrawStats, PaintsNoPixelBesideItsRectangle) {
     Gdiplus::Graphics graphics(&bitmap);
     const Gdiplus::SolidBrush white(Gdiplus::Color(0xFFFFFFFF));
     graphics.FillRectangle(&white, all);
+    // On every other one the caller has a clip, too.
+    const int end = i % 2 == 0 ? 200 : 90;
+    graphics.SetClip({0, 0, end, 160});
     chart.Draw(graphics);
     CDrawStats("", 0).DrawBoxPlot(graphics, chart.rect, chart.stats);
     Gdiplus::BitmapData pixels;
@@ -345,14 +348,34 @@ TEST(DrawStats, PaintsNoPixelBesideItsRectangle) {
       const auto* words = reinterpret_cast<const std::uint32_t*>(
           static_cast<const char*>(pixels.Scan0) + std::ptrdiff_t{row} * pixels.Stride);
       for (int column = 0; column < 200; ++column) {
-        const bool isInside = column >= chart.rect.X && column < chart.rect.X + chart.rect.Width &&
-                              row >= chart.rect.Y && row < chart.rect.Y + chart.rect.Height;
+        const bool isInside = column >= chart.rect.X && column < end &&
+                              column < chart.rect.X + chart.rect.Width && row >= chart.rect.Y &&
+                              row < chart.rect.Y + chart.rect.Height;
         if (!isInside && words[column] != 0xFFFFFFFF) ++beside;
       }
     }
     bitmap.UnlockBits(&pixels);
     ASSERT_EQ(beside, 0) << i << ": flags " << chart.flags;
   }
+}
+
+TEST(DrawStats, TheClipOfTheCallerHoldsDuringAChartAndAfter) {
+  std::vector<double> sample = {0, 2, 8};
+  auto stats = Stats(0, 8, 4, 2, {2, 4, 1});
+  stats.Count = 3;
+  const Shapes shapes = ShapesOf([&](auto& graphics) {
+    const CDrawStats chart("x", 0);
+    const Gdiplus::Rect rect(0, 0, 100, 80);
+    graphics.SetClip({10, 0, 30, 40});
+    chart.DrawBoxPlot(graphics, rect, stats);
+    chart.DrawHistogram(graphics, rect, CDrawStats::kEverything, stats);
+    chart.DrawProbabilityPlot(graphics, rect, CDrawStats::kEverything, stats, sample.begin(),
+                              sample.end());
+    const Gdiplus::SolidBrush black(Gdiplus::Color{kBlack});
+    graphics.FillRectangle(&black, rect);
+  });
+  for (const PaintedShape& shape : shapes) EXPECT_EQ(shape.clip.width, 30);
+  EXPECT_EQ(shapes.back().innerClip.width, -1);
 }
 
 TEST(DrawStats, FilesHoldWhatIsDrawn) {

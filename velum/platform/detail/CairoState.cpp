@@ -29,4 +29,11 @@ bool IsOfVectors(cairo_surface_t* surface) {
   }
 }
 
+cairo_matrix_t DeviceMatrix(cairo_surface_t* surface) {
+  cairo_matrix_t matrix{1, 0, 0, 1, 0, 0};
+  cairo_surface_get_device_scale(surface, &matrix.xx, &matrix.yy);
+  cairo_surface_get_device_offset(surface, &matrix.x0, &matrix.y0);
+  return matrix;
+}
+
 }  // namespace vlm::platform

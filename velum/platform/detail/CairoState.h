@@ -34,4 +34,9 @@ class KeptState {
 /// True if a surface keeps shapes, not pixels.
 [[nodiscard]] bool IsOfVectors(cairo_surface_t* surface);
 
+/// What Cairo does to the coordinates of a surface's contexts, once their matrix is applied, before
+/// they count its pixels. Only groups, parts of surfaces and applications make it something else
+/// than the identity.
+[[nodiscard]] cairo_matrix_t DeviceMatrix(cairo_surface_t* surface);
+
 }  // namespace vlm::platform

@@ -95,6 +95,11 @@ class Painter {
   virtual PaintResult SetClip(const PaintBox& box) = 0;
   /// Takes the clip away.
   virtual PaintResult ResetClip() = 0;
+  /// Paints inside of a rectangle alone, where the clip leaves it, in place of that of an earlier
+  /// call: for code that paints on a caller's painter and leaves the caller's clip as it is.
+  virtual PaintResult SetInnerClip(const PaintBox& box) = 0;
+  /// Takes the inner clip away; the clip stays.
+  virtual PaintResult ResetInnerClip() = 0;
 
   /// What it paints on, for `MakeCanvas`; null if it is no Cairo context.
   [[nodiscard]] virtual struct _cairo* Context() const noexcept { return nullptr; }

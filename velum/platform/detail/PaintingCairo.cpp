@@ -7,27 +7,16 @@
 
 #include <algorithm>
 #include <cmath>
-#include <new>
 #include <numbers>
-#include <utility>
+#include <optional>
 
 namespace vlm::platform {
 
 namespace {
 
-// Cairo's own coordinates end at 2^23 pixels; a context may magnify.
 constexpr double kFarthest = 1'000'000;
-
-double Near(double coordinate) { return std::clamp(coordinate, -kFarthest, kFarthest); }
-
-PaintBox Near(const PaintBox& box) {
-  const double x = Near(box.x);
-  const double y = Near(box.y);
-  return {x, y, Near(box.x + box.width) - x, Near(box.y + box.height) - y};
-}
-
-/// False for NaN too.
-bool IsNear(double coordinate) { return std::abs(coordinate) <= kFarthest; }
+// Cairo's own coordinates end at 2^23 pixels; a shape and its origin may both be as far.
+constexpr double kFarthestPixel = 4'000'000;
 
 void SetColor(cairo_t* context, std::uint32_t argb) {
   const auto part = [argb](int shift) { return (argb >> shift & 0xFF) / 255.0; };
@@ -40,6 +29,11 @@ class CairoPainter final : public Painter {
  public:
   explicit CairoPainter(cairo_t* context) : context_(cairo_reference(context)) {
     cairo_get_matrix(context, &base_);
+    cairo_matrix_t toPixels = DeviceMatrix(cairo_get_group_target(context));
+    cairo_matrix_multiply(&toPixels, &base_, &toPixels);
+    const double scale = std::max(std::abs(toPixels.xx) + std::abs(toPixels.xy),
+                                  std::abs(toPixels.yx) + std::abs(toPixels.yy));
+    farthest_ = std::min(kFarthest, kFarthestPixel / scale);
     ResetWorld();
   }
   ~CairoPainter() override { cairo_destroy(context_); }
@@ -66,9 +60,9 @@ class CairoPainter final : public Painter {
     if (std::all_of(points, points + count, isFirst)) {
       // A stroke without length would paint nothing.
       return Fill(pen.argb, [&](cairo_t* context) {
-        const double half = pen.width / 2;
-        cairo_rectangle(context, Near(points[0].x) - half, Near(points[0].y) - half, pen.width,
-                        pen.width);
+        const double width = Near(pen.width);
+        cairo_rectangle(context, Near(points[0].x) - width / 2, Near(points[0].y) - width / 2,
+                        width, width);
       });
     }
     return Stroke(pen, [&](cairo_t* context) {
@@ -139,26 +133,55 @@ class CairoPainter final : public Painter {
   }
 
   PaintResult SetClip(const PaintBox& box) override {
-    isClipped_ = true;
-    clip_ = Near(box);
-    clipWorld_ = world_;
+    clip_ = Clip{Near(box), world_};
     return PaintResult::kDone;
   }
 
   PaintResult ResetClip() override {
-    isClipped_ = false;
+    clip_.reset();
+    return PaintResult::kDone;
+  }
+
+  PaintResult SetInnerClip(const PaintBox& box) override {
+    innerClip_ = Clip{Near(box), world_};
+    return PaintResult::kDone;
+  }
+
+  PaintResult ResetInnerClip() override {
+    innerClip_.reset();
     return PaintResult::kDone;
   }
 
   [[nodiscard]] cairo_t* Context() const noexcept override { return context_; }
 
  private:
+  /// A clip and the coordinates that it was told in.
+  struct Clip {
+    PaintBox box;
+    cairo_matrix_t world;
+  };
+
+  [[nodiscard]] double Near(double coordinate) const {
+    return std::clamp(coordinate, -farthest_, farthest_);
+  }
+
+  [[nodiscard]] PaintBox Near(const PaintBox& box) const {
+    const double x = Near(box.x);
+    const double y = Near(box.y);
+    return {x, y, Near(box.x + box.width) - x, Near(box.y + box.height) - y};
+  }
+
+  /// False for NaN too.
+  [[nodiscard]] bool IsNear(double coordinate) const { return std::abs(coordinate) <= farthest_; }
+
   /// Adds pixels by their edges, in coordinates of centres.
   static void AddPixels(cairo_t* context, const PaintBox& box) {
     cairo_rectangle(context, box.x - 0.5, box.y - 0.5, box.width, box.height);
   }
 
+  /// Adds nothing for a box that is too far for a size: a scale of 0 would end the context.
   static void AddEllipse(cairo_t* context, const PaintBox& box) {
+    if (box.width == 0 || box.height == 0) return;
     cairo_matrix_t matrix;
     cairo_get_matrix(context, &matrix);
     cairo_translate(context, box.x + box.width / 2, box.y + box.height / 2);
@@ -180,7 +203,7 @@ class CairoPainter final : public Painter {
   PaintResult Stroke(const PaintPen& pen, T addPath) {
     return Paint(pen.argb, [&](cairo_t* context) {
       addPath(context);
-      cairo_set_line_width(context, pen.width);
+      cairo_set_line_width(context, Near(pen.width));
       // Both end pixels are painted whole, and corners; the points of sharp bends are cut.
       cairo_set_line_cap(context, CAIRO_LINE_CAP_SQUARE);
       cairo_set_line_join(context, CAIRO_LINE_JOIN_MITER);
@@ -194,9 +217,10 @@ class CairoPainter final : public Painter {
   PaintResult Paint(std::uint32_t argb, T paint) {
     {
       const KeptState kept(context_);
-      if (isClipped_) {
-        Enter(clipWorld_);
-        AddPixels(context_, clip_);
+      for (const std::optional<Clip>* clip : {&clip_, &innerClip_}) {
+        if (!*clip) continue;
+        Enter((*clip)->world);
+        AddPixels(context_, (*clip)->box);
         cairo_clip(context_);
       }
       Enter(world_);
@@ -233,10 +257,10 @@ class CairoPainter final : public Painter {
 
   cairo_t* context_;
   cairo_matrix_t base_;
+  double farthest_;  // what coordinates are cut to
   cairo_matrix_t world_;
-  bool isClipped_ = false;
-  PaintBox clip_{};
-  cairo_matrix_t clipWorld_{};
+  std::optional<Clip> clip_;
+  std::optional<Clip> innerClip_;
 };
 
 }  // namespace

@@ -21,8 +21,17 @@ void SnapBaseline(cairo_t* context, double& x, double& y) {
   const bool isLevel = matrix.yx == 0 && matrix.xy == 0;
   const bool isUpright = matrix.xx == 0 && matrix.yy == 0;
   if (!isLevel && !isUpright) return;
+  // What Cairo calls the device has no scale and no offset of the surface yet.
+  const cairo_matrix_t device = DeviceMatrix(cairo_get_group_target(context));
+  const auto snap = [](double& at, double scale, double offset) {
+    at = (std::round(at * scale + offset) - offset) / scale;
+  };
   cairo_user_to_device(context, &x, &y);
-  (isLevel ? y : x) = std::round(isLevel ? y : x);
+  if (isLevel) {
+    snap(y, device.yy, device.y0);
+  } else {
+    snap(x, device.xx, device.x0);
+  }
   cairo_device_to_user(context, &x, &y);
 }
 
