@@ -11,9 +11,10 @@
 ///
 /// A chart keeps inside of its rectangle, to the pixel. Around the plot there are bands for labels
 /// and titles, at most a third of the rectangle on each side; where they would be larger, the
-/// labels of that axis are left out, then its title. A text that has no room where it belongs is
-/// left out, too, and never cut: a title longer than the rectangle, a label that would touch the
-/// one before.
+/// labels of that axis are left out, then its title. The x axis has as many ticks as leave their
+/// labels apart; where none do, the fewest, whose labels may touch. A title longer than the
+/// rectangle is cut by its edges; one that would lie on labels is left out, and so is a label of
+/// the y axis on the one before.
 ///
 /// The face is that of `CSystemInfo::DefVariablePitchFace`: labels have 10 points, titles 12 and
 /// are bold. Numbers have the decimal point of the runtime's locale.

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <optional>
 
 namespace vlm::detail {
 namespace {
@@ -109,20 +110,11 @@ void ChartPaper::DrawCurve(const Point* points, int count) {
   graphics_.DrawLines(&red_, points, count);
 }
 
-// Whether a text has room inside of the rectangle and beside those that are drawn, with so much
-// between them across. Its outermost pixels hold no ink.
-bool ChartPaper::Claim(const TextBox& box, double apart) {
-  if (box.left < area_.left - 1 || box.top < area_.top - 1 ||
-      box.right > area_.left + area_.width + 1 || box.bottom > area_.top + area_.height + 1) {
-    return false;
-  }
-  const auto touches = [&](const TextBox& other) {
-    return box.left < other.right + apart && other.left < box.right + apart &&
-           box.top < other.bottom && other.top < box.bottom;
-  };
-  if (std::any_of(claims_.begin(), claims_.end(), touches)) return false;
-  claims_.push_back(box);
-  return true;
+bool ChartPaper::IsFree(const TextBox& box) const {
+  return std::none_of(drawn_.begin(), drawn_.end(), [&](const TextBox& other) {
+    return box.left < other.right && other.left < box.right && box.top < other.bottom &&
+           other.top < box.bottom;
+  });
 }
 
 RectF ChartPaper::Measure(const GString& text, const Font& font) const {
@@ -148,9 +140,8 @@ void ChartPaper::DrawXTicks(const ChartAxis& axis, const ChartLayout& layout) {
     DrawLine(column, row, column, row + axis.tick);
     const GString label = axis.TickLabel(k);
     const double half = LabelWidth(label) / 2;
-    const TextBox box = {column - half, double(top), column + half, double(top + axis.labelExtent)};
-    if (!Claim(box, axis.spacing / 2)) continue;
     DrawText(label, labelFont_, column, top, StringAlignmentCenter, StringAlignmentNear);
+    drawn_.push_back({column - half, double(top), column + half, double(top + axis.labelExtent)});
   }
 }
 
@@ -158,14 +149,17 @@ void ChartPaper::DrawYTicks(const ChartAxis& axis, const ChartLayout& layout) {
   const int column = layout.yAxisColumn;
   const int right = column - axis.tick - axis.gap;
   const double half = LabelHeight() / 2.0;
+  std::optional<int> before;
   const int bottom = layout.top + layout.height - 1;
   for (int k = 0; axis.intervals > 0 && k <= axis.intervals; ++k) {
     const int row = PixelOf(axis.TickValue(k), axis.lo, axis.hi, bottom, layout.top);
     DrawLine(column - axis.tick, row, column, row);
+    // Where there is room for an interval or two, there can be more of them.
+    if (before && *before - row < LabelHeight()) continue;
+    before = row;
     const GString label = axis.TickLabel(k);
-    const TextBox box = {right - LabelWidth(label), row - half, double(right), row + half};
-    if (!Claim(box, 0)) continue;
     DrawText(label, labelFont_, right, row, StringAlignmentFar, StringAlignmentCenter);
+    drawn_.push_back({right - LabelWidth(label), row - half, double(right), row + half});
   }
 }
 
@@ -174,9 +168,10 @@ void ChartPaper::DrawXTitle(const ChartAxis& axis, const ChartLayout& layout) {
   const int middle = (layout.x0 + layout.x1) / 2;
   const int top = layout.xAxisRow + axis.tick + axis.gap + axis.labelExtent + axis.titleGap;
   const double half = TitleWidth(axis.title) / 2;
-  if (!Claim({middle - half, double(top), middle + half, double(top + axis.titleHeight)}, 0))
-    return;
+  const TextBox box = {middle - half, double(top), middle + half, double(top + axis.titleHeight)};
+  if (!IsFree(box)) return;
   DrawText(axis.title, titleFont_, middle, top, StringAlignmentCenter, StringAlignmentNear);
+  drawn_.push_back(box);
 }
 
 void ChartPaper::DrawYTitle(const ChartAxis& axis, const ChartLayout& layout) {
@@ -184,7 +179,7 @@ void ChartPaper::DrawYTitle(const ChartAxis& axis, const ChartLayout& layout) {
   const int right = layout.yAxisColumn - axis.labelExtent - axis.titleGap - axis.gap - axis.tick;
   const int middle = layout.top + (layout.height - 1) / 2;
   const double half = TitleWidth(axis.title) / 2;
-  if (!Claim({double(right - axis.titleHeight), middle - half, double(right), middle + half}, 0)) {
+  if (!IsFree({double(right - axis.titleHeight), middle - half, double(right), middle + half})) {
     return;
   }
   const REAL x = static_cast<REAL>(right);

@@ -38,7 +38,8 @@ class ChartPaper : public ChartText {
   /// The rectangle.
   [[nodiscard]] const ChartRect& Area() const { return area_; }
 
-  /// Draws both axes with their ticks and texts; what would be cut or would touch is left out.
+  /// Draws both axes with their ticks and texts, but no title over another text, and no label of
+  /// the y axis over the one before.
   void DrawAxes(const ChartLayout& layout);
   /// Draws a box plot over a rectangle.
   void DrawBoxPlot(const ChartRect& rect, const CUnivariateStatistics& stats);
@@ -60,7 +61,8 @@ class ChartPaper : public ChartText {
     double bottom;
   };
 
-  [[nodiscard]] bool Claim(const TextBox& box, double apart);
+  // Whether a text would touch none of those drawn so far.
+  [[nodiscard]] bool IsFree(const TextBox& box) const;
   [[nodiscard]] Gdiplus::RectF Measure(const GString& text, const Gdiplus::Font& font) const;
   void DrawText(const GString& text, const Gdiplus::Font& font, int x, int y,
                 Gdiplus::StringAlignment across, Gdiplus::StringAlignment down);
@@ -77,8 +79,8 @@ class ChartPaper : public ChartText {
   const Gdiplus::SolidBrush grey_;
   const Gdiplus::Font labelFont_;
   const Gdiplus::Font titleFont_;
-  int labelHeight_ = -1;         // not measured yet
-  std::vector<TextBox> claims_;  // of the texts drawn so far
+  int labelHeight_ = -1;        // not measured yet
+  std::vector<TextBox> drawn_;  // the texts so far
 };
 
 }  // namespace vlm::detail
