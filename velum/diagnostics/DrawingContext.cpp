@@ -192,11 +192,13 @@ bool SetViewportExtEx(HDC context, int cx, int cy, SIZE* old) noexcept {
 }
 
 bool LPtoDP(HDC context, POINT* points, int count) noexcept {
-  return OfMapping(context, [=](GMapMode& mapping) { return mapping.LPtoDP(points, count); });
+  return points &&
+         OfMapping(context, [=](GMapMode& mapping) { return mapping.LPtoDP(points, count); });
 }
 
 bool DPtoLP(HDC context, POINT* points, int count) noexcept {
-  return OfMapping(context, [=](GMapMode& mapping) { return mapping.DPtoLP(points, count); });
+  return points &&
+         OfMapping(context, [=](GMapMode& mapping) { return mapping.DPtoLP(points, count); });
 }
 
 int GetClipBox(HDC context, RECT* box) noexcept {

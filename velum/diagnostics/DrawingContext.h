@@ -17,10 +17,11 @@
 /// solid black pen of one pixel, a white background that shows in the gaps of lines, and the
 /// operation `R2_COPYPEN`.
 ///
-/// Device units are the pixels of the surface, whatever matrix a Cairo context has; on a surface of
-/// vectors they are its units. 96 of them are an inch. Logical units become device units as
-/// `GMapMode` says. Nothing is painted out of the clip that a Cairo context has. Lines have no
-/// smooth edges and leave out their last pixel. Coordinates beyond 1,000,000 are taken as that.
+/// Device units are the pixels of the surface, whatever matrix a Cairo context and whatever scale
+/// its surface has; on a surface of vectors they are its units. 96 of them are an inch. Logical
+/// units become device units as `GMapMode` says. Nothing is painted out of the clip that a Cairo
+/// context has. Lines have no smooth edges and leave out their last pixel. Coordinates beyond
+/// 1,000,000 are taken as that.
 ///
 /// One thread uses a context and its surface at a time. What a context is made on it holds on to,
 /// so that handles may be given back in any order.
@@ -96,9 +97,9 @@ VELUM_API bool SetViewportOrgEx(HDC context, int x, int y, POINT* old) noexcept;
 VELUM_API bool SetWindowExtEx(HDC context, int cx, int cy, SIZE* old) noexcept;
 /// As `GMapMode::SetViewportExtEx`.
 VELUM_API bool SetViewportExtEx(HDC context, int cx, int cy, SIZE* old) noexcept;
-/// As `GMapMode::LPtoDP`.
+/// As `GMapMode::LPtoDP`; false for null.
 VELUM_API bool LPtoDP(HDC context, POINT* points, int count) noexcept;
-/// As `GMapMode::DPtoLP`.
+/// As `GMapMode::DPtoLP`; false for null.
 VELUM_API bool DPtoLP(HDC context, POINT* points, int count) noexcept;
 
 /// Writes the box of what can be painted, in logical units, and gives `NULLREGION` or
@@ -120,10 +121,12 @@ VELUM_API int SetROP2(HDC context, int operation) noexcept;
 
 /// Draws lines from each point to the next. One call changes each pixel once. False below two
 /// points, and where it can't be done: on a surface of vectors with another operation than
-/// `R2_COPYPEN`, in a clip that is not made of whole pixels.
+/// `R2_COPYPEN`, on one of alpha or of other pixels than 8 bits a colour, in a clip that is not
+/// made of whole pixels.
 VELUM_API bool Polyline(HDC context, const POINT* points, int count) noexcept;
 /// Copies pixels from a context to another one, with their alpha. The size is that of the target
-/// in its device units. False for an operation other than `SRCCOPY`, and for one surface.
+/// in its device units; it stays where the source has no pixels. False for an operation other than
+/// `SRCCOPY`, and for one surface.
 VELUM_API bool BitBlt(HDC target, int x, int y, int cx, int cy, HDC source, int sourceX,
                       int sourceY, std::uint32_t operation) noexcept;
 

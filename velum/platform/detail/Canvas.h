@@ -7,9 +7,9 @@
 ///     const auto canvas = vlm::platform::MakeCanvas(context);
 ///     canvas->Fill({0, 0, 10, 10}, 0x000000FF);  // red
 ///
-/// Coordinates count the pixels of the surface, whatever matrix its context has; those of a surface
-/// of vectors count its units. Colours are red, green, blue from the lowest byte up. Nothing is
-/// painted out of the clip of the context.
+/// Coordinates count the pixels of the surface, whatever matrix its context and whatever scale the
+/// surface has, from where its origin lies; those of a surface of vectors count its units. Colours
+/// are red, green, blue from the lowest byte up. Nothing is painted out of the clip of the context.
 
 #include <velum/platform/detail/Painting.h>
 
@@ -40,12 +40,12 @@ class Canvas {
   ///
   /// - On a surface of vectors: lines that replace what is there are drawn as vectors; false for
   ///   other operations.
-  /// - A clip that is not made of rectangles of whole pixels: false.
+  /// - A clip that is not made of rectangles of whole pixels, a surface without colours: false.
   bool Lines(const CanvasPen& pen, const POINT* points, std::size_t count);
   /// Fills a box with an opaque colour.
   bool Fill(const RECT& box, std::uint32_t color);
-  /// Copies the pixels of a canvas, from `at` on, into a box, with their alpha. False for the
-  /// canvas itself.
+  /// Copies the pixels of a canvas, from `at` on, into a box, with their alpha; where it has none,
+  /// the box stays. False for the canvas itself.
   bool Copy(const RECT& box, const Canvas& from, const POINT& at);
 
  private:

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace vlm::platform {
@@ -27,11 +28,34 @@ RECT Common(const RECT& a, const RECT& b) {
           std::min(a.bottom, b.bottom)};
 }
 
+/// Where a surface has its origin, in its pixels.
+POINT OriginOf(cairo_surface_t* surface) {
+  const cairo_matrix_t device = DeviceMatrix(surface);
+  const auto whole = [](double x) {
+    return static_cast<std::int32_t>(std::clamp(std::round(x), -1. * kFarthest, 1. * kFarthest));
+  };
+  return {whole(device.x0), whole(device.y0)};
+}
+
+/// The matrix of a context whose coordinates count pixels of a surface, from its origin on.
+cairo_matrix_t PixelMatrix(cairo_surface_t* surface) {
+  if (IsOfVectors(surface)) return {1, 0, 0, 1, 0, 0};
+  const cairo_matrix_t device = DeviceMatrix(surface);
+  const POINT origin = OriginOf(surface);
+  return {1 / device.xx,
+          0,
+          0,
+          1 / device.yy,
+          (origin.x - device.x0) / device.xx,
+          (origin.y - device.y0) / device.yy};
+}
+
 /// Lets the coordinates of a context be those of its surface, until it brings the state back.
 class OwnPixels : KeptState {
  public:
   explicit OwnPixels(cairo_t* context) : KeptState(context) {
-    cairo_identity_matrix(context);
+    const cairo_matrix_t matrix = PixelMatrix(cairo_get_group_target(context));
+    cairo_set_matrix(context, &matrix);
     cairo_set_antialias(context, CAIRO_ANTIALIAS_NONE);
     cairo_set_operator(context, CAIRO_OPERATOR_SOURCE);
   }
@@ -44,23 +68,15 @@ void SetColor(cairo_t* context, std::uint32_t color) {
 
 bool IsPainted(cairo_t* context) { return cairo_status(context) == CAIRO_STATUS_SUCCESS; }
 
-/// True if pixels of a surface can be had where its coordinates say.
-bool HasPlainPixels(cairo_surface_t* surface) {
-  double x;
-  double y;
-  cairo_surface_get_device_offset(surface, &x, &y);
-  if (x != 0 || y != 0) return false;
-  cairo_surface_get_device_scale(surface, &x, &y);
-  return x == 1 && y == 1;
-}
-
 /// Whole pixels that may be painted, from a box in coordinates of the surface.
 RECT Pixels(double left, double top, double right, double bottom) {
+  // What a scale leaves of a whole pixel's edge.
+  constexpr double kNothing = 1e-6;
   const auto whole = [](double x) {
     return static_cast<std::int32_t>(std::clamp(x, -1.0 * kFarthest, 1.0 * kFarthest));
   };
-  return {whole(std::floor(left)), whole(std::floor(top)), whole(std::ceil(right)),
-          whole(std::ceil(bottom))};
+  return {whole(std::floor(left + kNothing)), whole(std::floor(top + kNothing)),
+          whole(std::ceil(right - kNothing)), whole(std::ceil(bottom - kNothing))};
 }
 
 RECT ClipBoxOf(cairo_t* context) {
@@ -75,11 +91,10 @@ RECT ClipBoxOf(cairo_t* context) {
 /// The clip as boxes of whole pixels; false if it is something else.
 bool ClipBoxes(cairo_t* context, std::vector<RECT>& boxes) {
   cairo_rectangle_list_t* const list = cairo_copy_clip_rectangle_list(context);
-  bool isWhole = list->status == CAIRO_STATUS_SUCCESS;
+  // There is a list only if its boxes are of whole pixels.
+  const bool isWhole = list->status == CAIRO_STATUS_SUCCESS;
   for (int i = 0; isWhole && i < list->num_rectangles; ++i) {
     const cairo_rectangle_t& box = list->rectangles[i];
-    isWhole = box.x == std::floor(box.x) && box.y == std::floor(box.y) &&
-              box.width == std::floor(box.width) && box.height == std::floor(box.height);
     boxes.push_back(Pixels(box.x, box.y, box.x + box.width, box.y + box.height));
   }
   cairo_rectangle_list_destroy(list);
@@ -124,10 +139,24 @@ class Trace {
   }
 
  private:
+  /// Marks a square around a pixel, without what the last square of the same mark covers.
   void MarkSquare(const POINT& centre, int width, Mark mark) {
-    const int half = (width - 1) / 2;
-    const RECT square = Common(
-        box_, {centre.x - half, centre.y - half, centre.x - half + width, centre.y - half + width});
+    const int left = centre.x - (width - 1) / 2;
+    const int top = centre.y - (width - 1) / 2;
+    const RECT square{left, top, left + width, top + width};
+    const RECT known = Common(square, std::exchange(last_[mark], square));
+    if (IsEmpty(known)) {
+      MarkBox(square, mark);
+      return;
+    }
+    MarkBox({square.left, square.top, square.right, known.top}, mark);
+    MarkBox({square.left, known.bottom, square.right, square.bottom}, mark);
+    MarkBox({square.left, known.top, known.left, known.bottom}, mark);
+    MarkBox({known.right, known.top, square.right, known.bottom}, mark);
+  }
+
+  void MarkBox(const RECT& box, Mark mark) {
+    const RECT square = Common(box_, box);
     for (int y = square.top; y < square.bottom; ++y) {
       for (int x = square.left; x < square.right; ++x) {
         std::uint8_t& at = marks_[static_cast<std::size_t>(y - box_.top) * width_ +
@@ -140,6 +169,7 @@ class Trace {
   RECT box_;
   std::size_t width_;
   std::vector<std::uint8_t> marks_;
+  RECT last_[kLine + 1]{};
   unsigned phase_ = 0;
 };
 
@@ -198,7 +228,7 @@ bool Canvas::Lines(const CanvasPen& pen, const POINT* points, std::size_t count)
     return pen.operation == kCopyPen && DrawVectors(context_, pen, points, count);
   }
   std::vector<RECT> clip;
-  if (!HasPlainPixels(target) || !ClipBoxes(context_, clip)) return false;
+  if (!ClipBoxes(context_, clip)) return false;
   const RECT clipBox = ClipBoxOf(context_);
   RECT box{kFarthest, kFarthest, -kFarthest, -kFarthest};
   for (std::size_t i = 0; i < count; ++i) {
@@ -216,8 +246,10 @@ bool Canvas::Lines(const CanvasPen& pen, const POINT* points, std::size_t count)
                {Near(points[i].x), Near(points[i].y)});
   }
 
-  const cairo_rectangle_int_t extents{box.left, box.top, box.right - box.left,
+  const POINT origin = OriginOf(target);
+  const cairo_rectangle_int_t extents{box.left + origin.x, box.top + origin.y, box.right - box.left,
                                       box.bottom - box.top};
+  cairo_surface_flush(target);
   cairo_surface_t* const image = cairo_surface_map_to_image(target, &extents);
   const bool isKnown = cairo_surface_status(image) == CAIRO_STATUS_SUCCESS &&
                        (cairo_image_surface_get_format(image) == CAIRO_FORMAT_ARGB32 ||
@@ -242,6 +274,8 @@ bool Canvas::Lines(const CanvasPen& pen, const POINT* points, std::size_t count)
     cairo_surface_mark_dirty(image);
   }
   cairo_surface_unmap_image(target, image);
+  // Else a group that has nothing but lines counts as empty.
+  if (isKnown) cairo_surface_mark_dirty(target);
   return isKnown && IsPainted(context_);
 }
 
@@ -258,13 +292,24 @@ bool Canvas::Fill(const RECT& box, std::uint32_t color) {
 bool Canvas::Copy(const RECT& box, const Canvas& from, const POINT& at) {
   cairo_surface_t* const source = cairo_get_group_target(from.context_);
   if (source == cairo_get_group_target(context_)) return false;
-  if (IsEmpty(box)) return true;
+  const std::int32_t dx = Near(at.x) - Near(box.left);
+  const std::int32_t dy = Near(at.y) - Near(box.top);
+  const cairo_matrix_t toSource = PixelMatrix(source);
+  const ContextPtr whole(cairo_create(source));
+  cairo_set_matrix(whole.get(), &toSource);
+  const RECT extents = ClipBoxOf(whole.get());
+  const RECT part =
+      Common({Near(box.left), Near(box.top), Near(box.right), Near(box.bottom)},
+             {extents.left - dx, extents.top - dy, extents.right - dx, extents.bottom - dy});
+  if (IsEmpty(part)) return true;
   const OwnPixels own(context_);
-  cairo_set_source_surface(context_, source, 1. * Near(box.left) - Near(at.x),
-                           1. * Near(box.top) - Near(at.y));
+  cairo_set_source_surface(context_, source, 0, 0);
+  cairo_matrix_t matrix;
+  cairo_matrix_init_translate(&matrix, dx, dy);
+  cairo_matrix_multiply(&matrix, &matrix, &toSource);
+  cairo_pattern_set_matrix(cairo_get_source(context_), &matrix);
   cairo_pattern_set_filter(cairo_get_source(context_), CAIRO_FILTER_NEAREST);
-  cairo_rectangle(context_, Near(box.left), Near(box.top), 1. * Near(box.right) - Near(box.left),
-                  1. * Near(box.bottom) - Near(box.top));
+  cairo_rectangle(context_, part.left, part.top, part.right - part.left, part.bottom - part.top);
   cairo_fill(context_);
   return IsPainted(context_);
 }
