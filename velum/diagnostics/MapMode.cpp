@@ -156,6 +156,13 @@ void GMapMode::AdjustViewportExt() noexcept {
   }
 }
 
+void GMapMode::MoveOrigins(const POINT& window, int left, int top) noexcept {
+  viewportOrgX_ += (window.x - windowOrgX_) * (viewportExtX_ / windowExtX_) - left;
+  viewportOrgY_ += (window.y - windowOrgY_) * (viewportExtY_ / windowExtY_) - top;
+  windowOrgX_ = window.x;
+  windowOrgY_ = window.y;
+}
+
 void GMapMode::TakeExtent(double& x, double& y, int cx, int cy) noexcept {
   if (mapMode_ != MM_ISOTROPIC && mapMode_ != MM_ANISOTROPIC) return;
   x = cx;

@@ -79,7 +79,12 @@ class VELUM_API GMapMode {
   void AdjustViewportExt() noexcept;
 
  private:
+  friend class CMemDC;
+
   [[gnu::visibility("hidden")]] void TakeExtent(double& x, double& y, int cx, int cy) noexcept;
+  /// Takes the window's origin, and the viewport's so that each point comes to lie `left` and `top`
+  /// before where it was.
+  [[gnu::visibility("hidden")]] void MoveOrigins(const POINT& window, int left, int top) noexcept;
 
   bool roundExtents_;
   int mapMode_ = MM_TEXT;

@@ -41,8 +41,7 @@ CMemDC::CMemDC(HDC target, const RECT* rect) : memory_(nullptr), target_(target)
   DPtoLP(target, &corner, 1);
   detail::DeviceContext& memory = *detail::ContextOf(memory_);
   memory.mapping = to.mapping;
-  memory.mapping.SetViewportOrgEx(0, 0, nullptr);
-  memory.mapping.SetWindowOrgEx(corner.x, corner.y, nullptr);
+  memory.mapping.MoveOrigins(corner, rect_.left, rect_.top);
   memory.background = to.background;
   memory.canvas->Fill({0, 0, size.cx, size.cy}, to.background);
 }

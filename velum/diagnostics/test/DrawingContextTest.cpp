@@ -16,6 +16,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -177,6 +179,40 @@ TEST(DrawingContext, LinesLeaveOutTheirLastPixelAndTakePens) {
   EXPECT_EQ(CreatePen(1, 0, 0), nullptr);
 }
 
+TEST(DrawingContext, AWidePenIsASquareOnEachPixelOfAThinOne) {
+  const unsigned seed = std::random_device()();
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  std::mt19937 random(seed);
+  const auto any = [&random](int from, int to) {
+    return std::uniform_int_distribution(from, to)(random);
+  };
+  for (int i = 0; i < 100; ++i) {
+    const int width = any(1, 12);
+    const POINT path[] = {{any(0, 39), any(0, 39)}, {any(0, 39), any(0, 39)}, {any(0, 39), 0}};
+    const auto drawn = [&, style = i % 2 ? PS_DOT : PS_SOLID](int penWidth) {
+      Sheet sheet(40, 40);
+      const HPEN pen = CreatePen(style, penWidth, 0);
+      SelectObject(sheet.context, pen);
+      SetBkMode(sheet.context, TRANSPARENT);
+      Polyline(sheet.context, path, 3);
+      DeleteObject(pen);
+      return sheet.Letters();
+    };
+    const std::vector<std::string> thin = drawn(1);
+    std::vector<std::string> expected(40, std::string(40, '.'));
+    for (int y = 0; y < 40 * 40 * width * width; ++y) {
+      const int at = y / (width * width);
+      const int row = at / 40 - (width - 1) / 2 + y % width;
+      const int column = at % 40 - (width - 1) / 2 + y / width % width;
+      if (thin[static_cast<std::size_t>(at / 40)][static_cast<std::size_t>(at % 40)] == '#' &&
+          row >= 0 && row < 40 && column >= 0 && column < 40) {
+        expected[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)] = '#';
+      }
+    }
+    ASSERT_EQ(drawn(width), expected) << width;
+  }
+}
+
 // The operations as their published truth tables have them: P is the pen, D what is there.
 TEST(DrawingContext, OperationsCombineBits) {
   const std::uint32_t pen = 0x0F0F0F;
@@ -261,6 +297,53 @@ TEST(DrawingContext, ACairoContextsClipHolds) {
   cairo_surface_destroy(image);
 }
 
+// Lines by way of pixels, where pixels don't lie as the application's coordinates say.
+TEST(DrawingContext, LinesCountThePixelsOfAnySurface) {
+  const struct {
+    const char* why;
+    double scale, offset;
+    bool isGroup;
+  } rows[] = {{"scaled", 2, 0, false},           {"scaled by what leaves a rest", 3, 0, false},
+              {"an origin inside", 1, 5, false}, {"an origin between pixels", 1.5, 4.6, false},
+              {"a group in a clip", 1, 0, true}, {"a group, scaled", 3, 0, true}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    cairo_surface_t* const image = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 21, 9);
+    cairo_surface_set_device_scale(image, row.scale, row.scale);
+    cairo_surface_set_device_offset(image, row.offset, row.offset);
+    cairo_t* const cairo = cairo_create(image);
+    if (row.isGroup) {
+      cairo_rectangle(cairo, 3 / row.scale, 3 / row.scale, 15 / row.scale, 6 / row.scale);
+      cairo_clip(cairo);
+      cairo_push_group(cairo);
+    }
+    {
+      Gdiplus::Graphics graphics(cairo);
+      const HDC context = graphics.GetHDC();
+      const int origin = static_cast<int>(std::round(row.offset));
+      RECT box;
+      GetClipBox(context, &box);
+      EXPECT_TRUE((box == (row.isGroup ? RECT{3, 3, 18, 9}
+                                       : RECT{-origin, -origin, 21 - origin, 9 - origin})));
+      const POINT line[] = {{2 - origin, 4 - origin}, {20 - origin, 4 - origin}};
+      EXPECT_TRUE(Polyline(context, line, 2));
+      graphics.ReleaseHDC(context);
+    }
+    if (row.isGroup) {
+      cairo_pop_group_to_source(cairo);
+      cairo_paint(cairo);
+    }
+    cairo_surface_flush(image);
+    std::string alpha;
+    const unsigned char* const data = cairo_image_surface_get_data(image);
+    for (int x = 0; x < 21; ++x) alpha += data[4 * (4 * 21 + x) + 3] == 255 ? '#' : '.';
+    EXPECT_EQ(alpha, row.isGroup ? "...###############..." : "..##################.");
+    EXPECT_EQ(std::count(data, data + 4 * 21 * 9, 255), row.isGroup ? 15 : 18);
+    cairo_destroy(cairo);
+    cairo_surface_destroy(image);
+  }
+}
+
 TEST(DrawingContext, OnVectorsLinesAreVectorsAndNothingIsTakenBack) {
   std::string written;
   const auto append = [](void* to, const unsigned char* bytes, unsigned count) {
@@ -316,6 +399,58 @@ TEST(CMemDC, WithoutARectangleAllIsPaintedInAnyMode) {
   }
 }
 
+TEST(CMemDC, WhatIsPaintedLandsWhereTheTargetHasIt) {
+  const struct {
+    const char* why;
+    int mode;
+    SIZE window, viewport;
+    POINT windowOrigin, viewportOrigin;
+    RECT part;
+  } rows[] = {
+      {"pixels", MM_TEXT, {1, 1}, {1, 1}, {7, 9}, {3, 2}, {8, 10, 30, 30}},
+      {"units of ten pixels", MM_ANISOTROPIC, {1, 1}, {10, 10}, {0, 0}, {5, 5}, {}},
+      {"also in a part", MM_ANISOTROPIC, {1, 1}, {10, 7}, {2, -1}, {5, 4}, {3, 0, 5, 3}},
+      {"units of no whole pixels, upward",
+       MM_LOMETRIC,
+       {},
+       {},
+       {10, 20},
+       {3, 38},
+       {23, 91, 99, 21}},
+      {"mirrored", MM_ANISOTROPIC, {3, 3}, {-7, 8}, {0, 0}, {37, 1}, {}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    Sheet sheet(40, 40);
+    SetMapMode(sheet.context, row.mode);
+    SetWindowExtEx(sheet.context, row.window.cx, row.window.cy, nullptr);
+    SetViewportExtEx(sheet.context, row.viewport.cx, row.viewport.cy, nullptr);
+    SetWindowOrgEx(sheet.context, row.windowOrigin.x, row.windowOrigin.y, nullptr);
+    SetViewportOrgEx(sheet.context, row.viewportOrigin.x, row.viewportOrigin.y, nullptr);
+    const bool isPart = row.part.right != 0;
+    RECT box{0, 0, 40, 40};
+    if (isPart) {
+      POINT corners[] = {{row.part.left, row.part.top}, {row.part.right, row.part.bottom}};
+      LPtoDP(sheet.context, corners, 2);
+      box = {corners[0].x, corners[0].y, corners[1].x, corners[1].y};
+    }
+    CMemDC memory(sheet.context, isPart ? &row.part : nullptr);
+    POINT corner{box.left, box.top};
+    DPtoLP(sheet.context, &corner, 1);
+    POINT origin;
+    GetWindowOrgEx(memory, &origin);
+    EXPECT_TRUE(origin.x == corner.x && origin.y == corner.y);
+    for (int x = -200; x < 200; ++x) {
+      POINT points[] = {{x, x}, {x, x}};
+      LPtoDP(memory, points, 1);
+      LPtoDP(sheet.context, points + 1, 1);
+      // Halves below 0 are rounded the other way, out of the memory.
+      EXPECT_TRUE(points[0].x < 0 || points[0].x + box.left == points[1].x) << x;
+      EXPECT_TRUE(points[0].y < 0 || points[0].y + box.top == points[1].y) << x;
+    }
+  }
+}
+
 /// The code and the source of the error that `call` raises.
 std::string ErrorOf(const std::function<void()>& call) {
   try {
@@ -343,6 +478,12 @@ TEST(BitBlt, CopiesPixelsWithTheirAlpha) {
   EXPECT_TRUE(BitBlt(to.context, 1, 1, 2, 2, from.context, 0, 0, SRCCOPY));
   EXPECT_THAT(to.Letters(), ElementsAre("....", ".++.", ".++.", "...."));
   EXPECT_EQ(to.Pixels()[5], from.Pixels()[0]);
+  EXPECT_TRUE(BitBlt(to.context, -1, 0, 9, 9, from.context, 2, 3, SRCCOPY));
+  EXPECT_THAT(to.Letters(), ElementsAre("+...", ".++.", ".++.", "...."))
+      << "nothing is wiped where there is nothing to copy";
+  EXPECT_TRUE(BitBlt(to.context, 3, 3, 1, 1, from.context, 4, 0, SRCCOPY));
+  EXPECT_TRUE(BitBlt(to.context, 0, 0, 9, 9, from.context, -3, -3, SRCCOPY));
+  EXPECT_THAT(to.Letters(), ElementsAre("+...", ".++.", ".++.", "...+"));
   EXPECT_FALSE(BitBlt(to.context, 0, 0, 1, 1, from.context, 0, 0, 0));
   EXPECT_FALSE(BitBlt(to.context, 0, 0, 1, 1, to.context, 0, 0, SRCCOPY));
   EXPECT_FALSE(BitBlt(nullptr, 0, 0, 1, 1, from.context, 0, 0, SRCCOPY));
@@ -356,6 +497,7 @@ TEST(DrawingContext, HandlesComeAndGo) {
   RECT box;
   EXPECT_EQ(GetClipBox(memory, &box), SIMPLEREGION);
   EXPECT_TRUE((box == RECT{0, 0, 3, 2}));
+  EXPECT_FALSE(LPtoDP(memory, nullptr, 1) || DPtoLP(memory, nullptr, 1));
   EXPECT_EQ(SelectObject(memory, first), bitmap);
   EXPECT_EQ(GetClipBox(memory, &box), NULLREGION);
   EXPECT_TRUE(DeleteObject(bitmap) && DeleteObject(first) && DeleteDC(memory));
