@@ -21,7 +21,7 @@ struct Size {
 
 // What is printed is a column of a page, 6.3 inches, with 288 pixels to the inch.
 constexpr Size kSizes[] = {
-    {"tiny", 180, 135, 24, 1}, {"screen", 800, 600, 60, 1}, {"print", 605, 420, 45, 3}};
+    {"tiny", 240, 180, 24, 1}, {"screen", 800, 600, 60, 1}, {"print", 605, 420, 45, 3}};
 
 }  // namespace
 

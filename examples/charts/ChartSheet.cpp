@@ -8,10 +8,11 @@ namespace {
 constexpr int kMargin = 16;
 constexpr int kChartWidth = 440;
 constexpr int kChartHeight = 330;
-constexpr int kSmallWidth = 180;
-constexpr int kSmallHeight = 135;
-constexpr int kBoxHeight = 48;
+constexpr int kSmallWidth = 240;
+constexpr int kSmallHeight = 180;
 constexpr int kWidth = 3 * kMargin + 2 * kChartWidth;
+constexpr int kBoxWidth = kWidth - 4 * kMargin - 2 * kSmallWidth;
+constexpr int kBoxHeight = 48;
 constexpr int kHeight = 3 * kMargin + kChartHeight + kSmallHeight;
 
 }  // namespace
@@ -23,9 +24,10 @@ void WriteSheet(const std::string& path, Sample& sample) {
     Draw(Kind::Histogram, graphics, {kMargin, kMargin, kChartWidth, kChartHeight}, sample);
     Draw(Kind::Probability, graphics, {second, kMargin, kChartWidth, kChartHeight}, sample);
     const int boxTop = below + (kSmallHeight - kBoxHeight) / 2;
-    Draw(Kind::Box, graphics, {kMargin, boxTop, kChartWidth, kBoxHeight}, sample);
-    const int last = kWidth - kMargin - kSmallWidth;
-    Draw(Kind::Histogram, graphics, {second, below, kSmallWidth, kSmallHeight}, sample);
+    Draw(Kind::Box, graphics, {kMargin, boxTop, kBoxWidth, kBoxHeight}, sample);
+    const int small = 2 * kMargin + kBoxWidth;
+    const int last = small + kSmallWidth + kMargin;
+    Draw(Kind::Histogram, graphics, {small, below, kSmallWidth, kSmallHeight}, sample);
     Draw(Kind::Probability, graphics, {last, below, kSmallWidth, kSmallHeight}, sample);
   });
 }
