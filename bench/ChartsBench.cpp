@@ -109,7 +109,10 @@ class Peer {
 };
 
 Peer& Agg() {
-  static Peer peer("exec /usr/bin/python3 " VELUM_BENCH_FOLDER "/HistogramPeer.py");
+  // The system's Matplotlib belongs to the system's Python, which need not come first.
+  static Peer peer(
+      "python=python3; $python -c 'import matplotlib' 2> /dev/null || python=/usr/bin/python3; "
+      "exec $python " VELUM_BENCH_FOLDER "/HistogramPeer.py");
   return peer;
 }
 
