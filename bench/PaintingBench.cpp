@@ -11,7 +11,6 @@
 #include <benchmark/benchmark.h>
 #include <pango/pangocairo.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <random>
 #include <string>

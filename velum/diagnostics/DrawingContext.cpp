@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <new>
-#include <type_traits>
 #include <utility>
 #include <vector>
 

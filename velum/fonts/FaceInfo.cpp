@@ -1,7 +1,7 @@
 #include <velum/fonts/FaceInfo.h>
 
-#include <velum/fonts/SystemFaceInfo.h>
 #include <velum/diagnostics/detail/QuietLog.h>
+#include <velum/fonts/SystemFaceInfo.h>
 
 #include <algorithm>
 #include <array>

@@ -3,10 +3,10 @@
 #include <velum/core/Exception.h>
 #include <velum/core/StringCompare.h>
 #include <velum/diagnostics/GdiPlusStart.h>
+#include <velum/diagnostics/detail/QuietLog.h>
 #include <velum/fonts/SYMFaceInfo.h>
 #include <velum/fonts/SymbolSets.h>
 #include <velum/fonts/TrueTypeFaceInfo.h>
-#include <velum/diagnostics/detail/QuietLog.h>
 #include <velum/fonts/detail/SymbolSetTable.h>
 #include <velum/platform/detail/FontCatalog.h>
 

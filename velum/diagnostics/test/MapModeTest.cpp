@@ -3,10 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <iterator>
 #include <limits>
 #include <utility>
-#include <vector>
 
 namespace vlm {
 
