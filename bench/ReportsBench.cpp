@@ -67,9 +67,6 @@ std::size_t ScanWithVelum(const std::string& path) {
 
 /// The scanner without its tree: what the states alone cost.
 class Emptying : public vlm::XMLScanner {
- public:
-  using XMLScanner::ScanFile;
-
  protected:
   bool ReadCloseTag() override {
     const bool goesOn = XMLScanner::ReadCloseTag();

@@ -4,8 +4,10 @@
 /// An element of a small XML document, with all that stands in it.
 ///
 ///     const auto settings = scanner.ScanFile("settings.xml")->FindChild("settings", 0);
-///     for (unsigned i = 0; const auto column = settings->FindChild("column", i); ++i) {
-///       Use(column->attributes["name"], column->value);
+///     const auto title = settings->FindChild("title", 0);
+///     if (title) puts(title->value.c_str());
+///     for (const auto& child : settings->children) {
+///       if (child->name == "column") Use(child->attributes["name"], child->value);
 ///     }
 
 #include <velum/core/Api.h>
@@ -46,6 +48,8 @@ class VELUM_API XMLNode {
 
   /// Finds the child number `index`, counted from 0, among those whose name is `name`; null if
   /// there are fewer.
+  ///
+  /// *Cost*: grows with the number of children; who wants all of a name walks `children`.
   [[nodiscard]] std::shared_ptr<XMLNode> FindChild(std::string childName, unsigned int index) const;
 
   /// Empties `children`, and releases those that nobody else holds.
@@ -58,7 +62,7 @@ class VELUM_API XMLNode {
   std::weak_ptr<XMLNode> parent;                   ///< The enclosing node; empty for the root.
 
  private:
-  struct Made;
+  struct [[gnu::visibility("hidden")]] Made;
 
   XMLNode();
   explicit XMLNode(const std::string& nodeName);

@@ -5,9 +5,11 @@
 #include <velum/platform/detail/FileAccess.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <limits>
 #include <string_view>
+#include <utility>
 
 namespace vlm {
 
@@ -71,28 +73,62 @@ class XMLScanner::Source {
   int file_ = -1;
 };
 
-XMLScanner::XMLScanner() : root_(XMLNode::Factory()) {}
+// One scan's place in its file, from its beginning to its end. That of a scan around it is kept
+// here meanwhile.
+class XMLScanner::Scan {
+ public:
+  Scan(XMLScanner& scanner, const GString& path)
+      : scanner_(scanner), isInner_(scanner.source_ != nullptr), path_(path) {
+    Exchange();
+  }
+  Scan(const Scan&) = delete;
+  Scan& operator=(const Scan&) = delete;
+  ~Scan() {
+    if (isInner_) {
+      Exchange();
+      return;
+    }
+    // Nothing points into the block any more, nor holds what the tree no longer has.
+    scanner_.source_.reset();
+    scanner_.next_ = scanner_.end_ = nullptr;
+    scanner_.pushback_ = 0;
+    scanner_.current_ = scanner_.root_;
+  }
+
+ private:
+  void Exchange() noexcept {
+    std::swap(pushback_, scanner_.pushback_);
+    std::swap(lineNumber_, scanner_.lineNumber_);
+    std::swap(state_, scanner_.state_);
+    current_.swap(scanner_.current_);
+    std::swap(path_, scanner_.path_);
+    source_.swap(scanner_.source_);
+    std::swap(next_, scanner_.next_);
+    std::swap(end_, scanner_.end_);
+    attributeName_.swap(scanner_.attributeName_);
+  }
+
+  XMLScanner& scanner_;
+  const bool isInner_;
+  char pushback_ = 0;
+  std::int64_t lineNumber_ = 1;
+  State state_ = StateValue;
+  std::shared_ptr<XMLNode> current_ = scanner_.root_;
+  GString path_;
+  std::unique_ptr<Source> source_;
+  const char* next_ = nullptr;
+  const char* end_ = nullptr;
+  std::string attributeName_;
+};
+
+XMLScanner::XMLScanner() : root_(XMLNode::Factory()), current_(root_) {}
 
 XMLScanner::~XMLScanner() = default;
 
 std::shared_ptr<XMLNode> XMLScanner::ScanFile(const GString& path) {
-  current_ = root_;
-  state_ = StateValue;
-  lineNumber_ = 1;
-  pushback_ = 0;
-  attributeName_.clear();
-  path_ = path;
-  next_ = end_ = nullptr;
-  source_.reset();
+  const Scan scan(*this, path);
   source_ = std::make_unique<Source>(path_);
-  try {
-    const bool isWhole = RunStates();
-    source_.reset();
-    return isWhole ? root_ : nullptr;
-  } catch (...) {
-    source_.reset();
-    throw;
-  }
+  return RunStates() ? root_ : nullptr;
 }
 
 void XMLScanner::Close() noexcept { root_->Done(); }
@@ -126,6 +162,8 @@ bool XMLScanner::RunStates() {
         break;
       case StateEnd:
         return true;
+      default:
+        ThrowErrorImpl(kModule, __LINE__, ERR_INTERNAL);
     }
   }
 }

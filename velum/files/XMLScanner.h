@@ -16,7 +16,6 @@
 #include <velum/core/GString.h>
 #include <velum/files/XMLNode.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -50,9 +49,13 @@ class VELUM_API XMLScanner {
   ///
   /// - The file ends inside of an element: the elements so far stay, and no error is raised. An
   ///   attribute that the end cuts off is left out.
+  /// - A derived scanner's state calls it: the inner file's elements become the root's children,
+  ///   and then, after an error as well, the outer file is read on where it was. Nothing but memory
+  ///   and open files bounds a file that includes itself.
   ///
   /// *Errors*: `ERR_OPEN`, `ERR_READ` with the system's text; `ERR_PARSE` with the line and "Tag
-  /// without name", "Invalid closing bracket" or "Closing tag mismatch".
+  /// without name", "Invalid closing bracket" or "Closing tag mismatch"; `ERR_INTERNAL` for a state
+  /// that is none of the nine, which a derived scanner has set.
   std::shared_ptr<XMLNode> ScanFile(const GString& path);
   /// Empties the root's children.
   void Close() noexcept;
@@ -90,8 +93,8 @@ class VELUM_API XMLScanner {
   /// Reads up to ">".
   virtual void ReadDocType();
 
-  /// Reads a character: the one that was put back, or a byte of the file. At the end it sets
-  /// `StateEnd` and gives 0.
+  /// Reads a character: the one that was put back, or a byte of the file. At the end, and outside
+  /// of a scan, it sets `StateEnd` and gives 0.
   ///
   /// *Errors*: `ERR_READ`.
   char ReadNextChar() {
@@ -126,7 +129,7 @@ class VELUM_API XMLScanner {
   void SetState(State state) noexcept { state_ = state; }
   /// The root.
   [[nodiscard]] const std::shared_ptr<XMLNode>& GetRoot() const noexcept { return root_; }
-  /// The node that is being read.
+  /// The node that is being read; the root before and after a scan.
   [[nodiscard]] const std::shared_ptr<XMLNode>& GetCurrentNode() const noexcept { return current_; }
   /// Makes another node the one that is being read.
   ///
@@ -143,6 +146,7 @@ class VELUM_API XMLScanner {
 
  private:
   class Source;
+  class Scan;
 
   /// Reads the next block; false at the end of the file.
   bool Fill();

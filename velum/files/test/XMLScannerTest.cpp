@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
+#include <cstddef>
 #include <fstream>
-#include <iterator>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -169,11 +169,8 @@ TEST_F(XMLFiles, ConformingDocumentsAreReadAsAnotherParserReadsThem) {
   EXPECT_GE(count, 10);
 }
 
-// Reads a tag as text to be upper-cased, and leaves when it is told to.
+// Marks attributes, takes comments for text, and leaves at the end of an outermost element.
 class LoudScanner : public XMLScanner {
- public:
-  using XMLScanner::ScanFile;
-
  protected:
   bool ReadCloseTag() override {
     const bool goesOn = XMLScanner::ReadCloseTag();
@@ -198,6 +195,71 @@ TEST_F(XMLFiles, DerivedScannersReplaceStates) {
   EXPECT_EQ(Dump(*loud.ScanFile(Made("<a b=1><!--x--></b"))), "{a[b!=1]\"x-->\"}");
   EXPECT_EQ(loud.ScanFile(Made("<c></c><d/>")), nullptr);
   EXPECT_EQ(Dump(*loud.ScanFile(Made("<e/>"))), "{a[b!=1]\"x-->\",c,e}");
+}
+
+// Reads the files that document types name, `<! a.xml>`.
+class IncludingScanner : public XMLScanner {
+ public:
+  using XMLScanner::GetCurrentNode;
+  using XMLScanner::ReadNextChar;
+  using XMLScanner::SetState;
+
+  std::string folder;
+  bool isSilent = false;
+  int strayState = StateValue;
+
+ protected:
+  void ReadDocType() override {
+    const std::string name = ReadWord();
+    try {
+      ScanFile(folder + name);
+    } catch (const Exception&) {
+      if (!isSilent) throw;
+    }
+    XMLScanner::ReadDocType();
+    SetState(static_cast<State>(strayState));
+  }
+  bool ReadCloseTag() override { return XMLScanner::ReadCloseTag() && !isSilent; }
+};
+
+TEST_F(XMLFiles, AFileReadWithinAnotherLeavesTheOtherWhereItWas) {
+  IncludingScanner scanner;
+  EXPECT_NE(scanner.GetCurrentNode(), nullptr);
+  EXPECT_EQ(scanner.ReadNextChar(), 0);
+  scanner.folder = folder_.Path("");
+  std::ofstream(folder_.Path("inner.xml")) << "<b>y\n\n</b><c";
+  std::ofstream(folder_.Path("faulty.xml")) << "\n\n<d><>";
+  std::ofstream(folder_.Path("left.xml")) << "<e></e><f/>";
+  const std::string document = "<a>x\n<! inner.xml>z</a>";
+  EXPECT_EQ(Dump(*scanner.ScanFile(Made(document))), "{a\"x\nz\",b\"y\n\n\",c}");
+  EXPECT_EQ(scanner.ReadNextChar(), 0);
+  const std::string fault = test::ErrorOf([&] { scanner.ScanFile(Made(document + "\n</a>rest")); });
+  EXPECT_NE(fault.find("a.xml', line 3"), std::string::npos) << fault;
+  EXPECT_EQ(scanner.ReadNextChar(), 0) << "what is left of the file is not there after a fault";
+
+  const std::string both = "<a><! faulty.xml>1<! none.xml>2<! left.xml>3<g/>";
+  const std::string inner = test::ErrorOf([&] { scanner.ScanFile(Made(both)); });
+  EXPECT_NE(inner.find("faulty.xml"), std::string::npos) << inner;
+  scanner.Close();
+  scanner.isSilent = true;
+  const Node root = scanner.ScanFile(Made(both));
+  root->value.clear();
+  EXPECT_EQ(Dump(*root), "{a\"123\"{g},d{},e}");
+  EXPECT_EQ(scanner.ScanFile(Made("<h></h><i/>")), nullptr);
+  EXPECT_EQ(scanner.ReadNextChar(), 0) << "nor after an end that a derived scanner has set";
+
+  scanner.strayState = 9;
+  EXPECT_EQ(test::CodeOf([&] { scanner.ScanFile(Made("<! inner.xml>")); }), ERR_INTERNAL);
+}
+
+TEST_F(XMLFiles, CloseReleasesWhatACutFileAndAFaultHaveLeft) {
+  const Node root = Scan("");
+  for (const char* document : {"<a><b>", "<a></c>"}) {
+    FaultOf(document);
+    const std::weak_ptr<XMLNode> last = root->children.back();
+    scanner_.Close();
+    EXPECT_TRUE(last.expired()) << document;
+  }
 }
 
 TEST_F(XMLFiles, AMillionNestedElementsAreBuiltAndReleased) {

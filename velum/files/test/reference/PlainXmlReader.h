@@ -8,7 +8,7 @@
 
 namespace vlm::test {
 
-/// An element as the plain reader and `FlatTree` tell it.
+/// An element without its children, which know its place.
 struct FlatElement {
   std::size_t parent = 0;  ///< the place of the element around it
   std::string name;
