@@ -4,8 +4,10 @@
 
 #include <cfloat>
 #include <cmath>
+#include <cstddef>
 #include <cstring>
 #include <limits>
+#include <type_traits>
 
 namespace vlm {
 
@@ -135,6 +137,9 @@ GString CPrimData::GetDataAsString() const {
 }
 
 CPrimData::operator char() const noexcept { return static_cast<char>(GetWideInt(m_type, &m_data)); }
+CPrimData::operator signed char() const noexcept {
+  return static_cast<signed char>(GetWideInt(m_type, &m_data));
+}
 CPrimData::operator unsigned char() const noexcept {
   return static_cast<unsigned char>(GetWideInt(m_type, &m_data));
 }
@@ -149,6 +154,7 @@ CPrimData::operator unsigned int() const noexcept {
   return static_cast<unsigned int>(GetWideInt(m_type, &m_data));
 }
 CPrimData::operator std::int64_t() const noexcept { return GetWideInt(m_type, &m_data); }
+CPrimData::operator long long() const noexcept { return GetWideInt(m_type, &m_data); }
 CPrimData::operator float() const noexcept {
   return static_cast<float>(GetWideReal(m_type, &m_data));
 }

@@ -11,7 +11,6 @@
 #include <velum/core/GString.h>
 #include <velum/files/PrimType.h>
 
-#include <cstddef>
 #include <cstdint>
 
 namespace vlm {
@@ -19,7 +18,8 @@ namespace vlm {
 /// A number with its type. A value.
 ///
 /// Assignment keeps the type of the target and converts: integers keep their low bytes, numbers
-/// with a fraction are rounded first, halves away from zero, and limited to 64 bits; NaN becomes 0.
+/// with a fraction are rounded to the nearest integer first, halves away from zero, and limited to
+/// 64 bits; NaN becomes 0. A number that is an integer stays that one, beyond 2^52 as well.
 /// Construction and `Replace` take the type as well. A number of a type that is none of the nine is
 /// 0 and has no bytes.
 ///
@@ -60,6 +60,10 @@ class VELUM_API CPrimData {
   CPrimData(float value) noexcept;
   /// `PrimDouble`.
   CPrimData(double value) noexcept;
+  /// A type is no number.
+  CPrimData(PrimType) = delete;
+  /// A type is no number.
+  CPrimData(CPrimType) = delete;
   /// Takes type and number.
   CPrimData(const CPrimData& other) noexcept;
 
@@ -71,7 +75,8 @@ class VELUM_API CPrimData {
   /// The number of a type at `data` as 64 bits, rounded as an assignment does it; 0 for a type that
   /// is none. The bytes need no alignment.
   [[nodiscard]] static std::int64_t GetWideInt(CPrimType type, const void* data) noexcept;
-  /// The number of a type at `data` as a double; 0 for a type that is none.
+  /// The number of a type at `data` as a double, the nearest one to an integer of 64 bits; 0 for a
+  /// type that is none.
   [[nodiscard]] static double GetWideReal(CPrimType type, const void* data) noexcept;
 
   /// The type.
@@ -95,6 +100,8 @@ class VELUM_API CPrimData {
   /// The low bytes of the number as 64 bits.
   operator char() const noexcept;
   /// The low bytes of the number as 64 bits.
+  operator signed char() const noexcept;
+  /// The low bytes of the number as 64 bits.
   operator unsigned char() const noexcept;
   /// The low bytes of the number as 64 bits.
   operator short() const noexcept;
@@ -106,9 +113,11 @@ class VELUM_API CPrimData {
   operator unsigned int() const noexcept;
   /// The number as 64 bits, see `GetWideInt`.
   operator std::int64_t() const noexcept;
-  /// The nearest float.
+  /// The number as 64 bits, see `GetWideInt`.
+  operator long long() const noexcept;
+  /// The double that `GetWideReal` gives, as a float.
   operator float() const noexcept;
-  /// The nearest double.
+  /// The double that `GetWideReal` gives.
   operator double() const noexcept;
 
   /// Takes type and number.
@@ -137,6 +146,10 @@ class VELUM_API CPrimData {
   CPrimData& operator=(float value) noexcept;
   /// Converts the number to this one's type.
   CPrimData& operator=(double value) noexcept;
+  /// A type is no number.
+  CPrimData& operator=(PrimType) = delete;
+  /// A type is no number.
+  CPrimData& operator=(CPrimType) = delete;
 
   /// True if `CompareData` gives 0.
   bool operator==(const CPrimData& other) const noexcept;

@@ -66,11 +66,9 @@ class VELUM_API CPrimType {
   /// The arrays need no alignment; they do not overlap, unless types and places are the same and
   /// the stride is 1. No number is limited to the range of the type:
   ///
-  /// - From integer to integer the low bytes stay; a wider one is extended by the sign of the
-  /// source.
-  /// - A number with a fraction loses it, and of what 64 bits hold the low bytes stay. NaN,
-  /// infinity
-  ///   and what lies beyond 64 bits give 0.
+  /// - From integer to integer the low bytes stay; a wider one is extended by the source's sign.
+  /// - A number with a fraction loses it, and of what 64 bits hold the low bytes stay. NaN and
+  ///   infinity give 0, and so does what lies beyond 64 bits.
   /// - `PrimDouble` to `PrimFloat` gives the nearest number, infinity beyond the range.
   /// - A `count` below 1, and a type that is none of the nine: nothing is written.
   ///

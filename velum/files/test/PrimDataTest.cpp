@@ -5,7 +5,7 @@
 #include <cfloat>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
+#include <type_traits>
 
 namespace vlm {
 namespace {
@@ -48,6 +48,12 @@ TEST(CPrimData, ConstructorsTakeTheMatchingType) {
   }
 }
 
+// Both would be taken for integers.
+static_assert(!std::is_constructible_v<CPrimData, PrimType>);
+static_assert(!std::is_constructible_v<CPrimData, CPrimType>);
+static_assert(!std::is_assignable_v<CPrimData&, PrimType>);
+static_assert(!std::is_assignable_v<CPrimData&, CPrimType>);
+
 TEST(CPrimData, AssignmentKeepsTheTypeAndConverts) {
   const struct {
     const char* why;
@@ -85,6 +91,8 @@ TEST(CPrimData, AssignmentKeepsTheTypeAndConverts) {
   data.Replace(std::uint8_t{200});
   EXPECT_EQ(data.GetType(), PrimUInt8);
   EXPECT_EQ(static_cast<char>(data), char{-56});
+  EXPECT_EQ(static_cast<signed char>(data), -56);
+  EXPECT_EQ(static_cast<long long>(data), 200);
   unsigned char bytes[2] = {1, 1};
   data.GetData(bytes);
   EXPECT_TRUE(bytes[0] == 200 && bytes[1] == 1);
@@ -100,6 +108,8 @@ TEST(CPrimData, ComparisonsLoseNoDigit) {
       {"beyond a double's digits", std::int64_t{9007199254740993}, 9007199254740992.0, 1},
       {"at the end of 64 bits", kWideMax, 0x1p63, 0},
       {"within 64 bits", kWideMax - 1, 0x1p63, -1},
+      {"an odd number without room for a half", std::int64_t{4503599627370497}, 4503599627370497.0,
+       0},
       {"beyond 64 bits", kWideMax, 1e300, -1},
       {"infinity", kWideMin, -HUGE_VAL, 1},
       {"rounded beside 64 bits", std::int64_t{3}, 2.5, 0},

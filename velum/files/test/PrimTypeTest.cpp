@@ -6,11 +6,15 @@
 
 #include <cfloat>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <random>
 #include <tuple>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace vlm {
@@ -34,17 +38,19 @@ void ForEachType(Work work) {
 }
 
 TEST(CPrimType, TablesDescribeTheTypes) {
-  ForEachType([](CPrimType type, auto number) {
+  const char* const names[] = {"Signed 8 bits",    "Unsigned 8 bits", "Signed 16 bits",
+                               "Unsigned 16 bits", "Signed 32 bits",  "Unsigned 32 bits",
+                               "Signed 64 bits",   "Float (32 bits)", "Double (64 bits)"};
+  ForEachType([&names](CPrimType type, auto number) {
     using Number = decltype(number);
     EXPECT_EQ(type.Size(), int{sizeof(Number)});
     EXPECT_EQ(type.IsFloat(), std::is_floating_point_v<Number>);
     EXPECT_NE(type.IsFloat(), type.IsInteger());
     EXPECT_EQ(type.GetMin(), static_cast<double>(std::numeric_limits<Number>::lowest()));
     EXPECT_EQ(type.GetMax(), static_cast<double>(std::numeric_limits<Number>::max()));
-    EXPECT_STREQ(type.Name(), CPrimType::GetNameList()[type]);
+    EXPECT_STREQ(type.Name(), names[type]);
+    EXPECT_STREQ(CPrimType::GetNameList()[type], names[type]);
   });
-  EXPECT_STREQ(CPrimType(PrimInt16).Name(), "Signed 16 bits");
-  EXPECT_STREQ(CPrimType(PrimDouble).Name(), "Double (64 bits)");
   EXPECT_EQ(CPrimType::GetNameList()[kCount], nullptr);
 }
 
@@ -61,23 +67,17 @@ TEST(CPrimType, TypesCompareAndAreAssigned) {
   EXPECT_EQ(CPrimType::Promote(At(-1), PrimInt8), PrimDouble);
 }
 
-// A type that is as wide and no wider, where there is one: signs and widths tell which it is.
-TEST(CPrimType, PromotionHoldsBothAsFarAsItCan) {
+TEST(CPrimType, PromotionIsThatOfTheTable) {
+  // An integer that holds both, the smaller one where there are two; else a real.
+  const int table[kCount][kCount] = {
+      {0, 2, 2, 4, 4, 6, 6, 7, 8}, {2, 1, 2, 3, 4, 5, 6, 7, 8}, {2, 2, 2, 4, 4, 6, 6, 7, 8},
+      {4, 3, 4, 3, 4, 5, 6, 7, 8}, {4, 4, 4, 4, 4, 6, 6, 7, 8}, {6, 5, 6, 5, 6, 5, 6, 7, 8},
+      {6, 6, 6, 6, 6, 6, 6, 7, 8}, {7, 7, 7, 7, 7, 7, 7, 7, 8}, {8, 8, 8, 8, 8, 8, 8, 8, 8}};
   for (int a = 0; a < kCount; ++a) {
     for (int b = 0; b < kCount; ++b) {
-      const CPrimType type = CPrimType::Promote(At(a), At(b));
-      const CPrimType first = At(a);
-      const CPrimType second = At(b);
-      EXPECT_EQ(type, CPrimType::Promote(At(b), At(a)));
-      EXPECT_EQ(type.IsFloat(), first.IsFloat() || second.IsFloat());
-      EXPECT_TRUE(a != b || type == first);
-      if (type.IsFloat()) continue;
-      EXPECT_TRUE(type.GetMin() <= first.GetMin() && type.GetMax() >= first.GetMax());
-      EXPECT_TRUE(type.GetMin() <= second.GetMin() && type.GetMax() >= second.GetMax());
+      EXPECT_EQ(CPrimType::Promote(At(a), At(b)), At(table[a][b])) << a << ", " << b;
     }
   }
-  EXPECT_EQ(CPrimType::Promote(PrimInt8, PrimUInt32), PrimInt64);
-  EXPECT_EQ(CPrimType::Promote(PrimInt64, PrimFloat), PrimFloat);
 }
 
 TEST(CPrimType, ClipLimitsToTheRange) {
