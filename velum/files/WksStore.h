@@ -84,15 +84,16 @@ class VELUM_API CWksStore {
 
   /// Stores a number; the store grows by what lies before the cell.
   ///
-  /// - A NaN whose high 32 bits are all set is what an empty cell is made of: the cell becomes
-  /// empty.
-  ///   NaN as arithmetic and the standard library make it is another one, and is a number.
+  /// - A NaN whose high 32 bits are all set is what an empty cell is made of: it makes the cell
+  ///   empty. NaN as arithmetic and the standard library make it is another one, and a number.
   void SetCell(unsigned int row, unsigned int col, double value);
-  /// Stores an integer as a number.
+  /// Stores an integer as a number, beyond 2^53 as the nearest double to it; false is 0, true is 1.
   template <std::integral Integer>
   void SetCell(unsigned int row, unsigned int col, Integer value) {
     SetCell(row, col, static_cast<double>(value));
   }
+  /// A character is no number, and a text is a pointer.
+  void SetCell(unsigned int row, unsigned int col, char value) = delete;
   /// Stores a text, which may be one of this store.
   ///
   /// *Errors*: `ERR_INTERNAL` for a null pointer.
