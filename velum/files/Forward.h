@@ -8,6 +8,7 @@
 
 namespace vlm {
 
+struct Anchor;
 class CBufferedFile;
 class CConfigFile;
 class CEncodedBufferedFile;
@@ -22,8 +23,45 @@ class CPrimData;
 class CPrimType;
 class CRegParamList;
 class CWksStore;
+struct Caption;
+struct CellAttrib;
 class CodePageInfo;
+struct Col;
+struct ColAttrib;
+struct ColGroup;
+struct CoreAttrib;
+struct DLBeg;
+struct DLEnd;
 struct DeprecatedPath;
+struct HRule;
+struct Heading;
+struct ImageAttrib;
+struct Img;
+struct LIBeg;
+struct LIEnd;
+struct Note;
+struct OLBeg;
+struct OLEnd;
+struct Paragraph;
+struct Preamble;
+struct RowAttrib;
+struct TBodyBeg;
+struct TBodyEnd;
+struct TDBeg;
+struct TDEnd;
+struct TFootBeg;
+struct TFootEnd;
+struct THeadBeg;
+struct THeadEnd;
+struct TRBeg;
+struct TREnd;
+struct TableAttrib;
+struct TableBeg;
+struct TableEnd;
+struct TimeStamp;
+struct ULBeg;
+struct ULEnd;
+struct VSpace;
 class XMLNode;
 class XMLScanner;
 

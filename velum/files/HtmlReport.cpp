@@ -3,13 +3,17 @@
 #include <velum/platform/detail/FileAccess.h>
 #include <velum/platform/detail/FileReplacement.h>
 
+#include <locale>
+#include <utility>
+
 namespace vlm {
 
 namespace {
 
 constexpr int kDigits = 14;
 
-// For what can't be replaced: a pipe, a device, a file in a folder that takes no new one.
+// For what can't be replaced: a file of several names, a pipe, a device, a file in a folder that
+// takes no new one.
 void WriteInPlace(const char* path, const std::string& text) {
   constexpr unsigned int kEveryone = 0666;  // Less the process's mask.
   platform::OpenWish wish;
@@ -25,7 +29,17 @@ void WriteInPlace(const char* path, const std::string& text) {
 
 }  // namespace
 
-CHtmlReport::CHtmlReport() { precision(kDigits); }
+CHtmlReport::CHtmlReport() {
+  imbue(std::locale::classic());
+  precision(kDigits);
+}
+
+CHtmlReport::CHtmlReport(CHtmlReport&& other) : std::ostringstream(std::move(other)) {}
+
+CHtmlReport& CHtmlReport::operator=(CHtmlReport&& other) {
+  std::ostringstream::operator=(std::move(other));
+  return *this;
+}
 
 CHtmlReport::~CHtmlReport() = default;
 
@@ -34,7 +48,7 @@ std::string CHtmlReport::GetReport() const { return str() + "</BODY>\n</HTML>"; 
 void CHtmlReport::WriteToFile(const std::string& path) const {
   const std::string text = GetReport() + "\n";
   platform::FileReplacement file;
-  if (!file.Begin(path.c_str())) {
+  if (!file.Begin(path.c_str()) || file.OldHasOtherNames()) {
     WriteInPlace(path.c_str(), text);
   } else if (file.Append(text)) {
     static_cast<void>(file.Commit());

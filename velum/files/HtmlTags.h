@@ -13,8 +13,10 @@
 #include <velum/core/Api.h>
 #include <velum/files/HtmlAttributes.h>
 
+#include <concepts>
 #include <iosfwd>
 #include <string>
+#include <utility>
 
 namespace vlm {
 
@@ -45,7 +47,12 @@ struct VELUM_API Img : ImageAttrib {
       const ImageAttrib& attributes = {});
   /// The same with the text in its place.
   Img(std::string address, std::string widthText, std::string heightText, std::string altText,
-      const ImageAttrib& attributes = {});
+      const ImageAttrib& attributes);
+  /// The same without other attributes. A template, so that `{}` as the last argument means those.
+  template <std::convertible_to<std::string> Text>
+  Img(std::string address, std::string widthText, std::string heightText, Text&& altText)
+      : Img(std::move(address), std::move(widthText), std::move(heightText),
+            std::string(std::forward<Text>(altText)), ImageAttrib()) {}
 };
 
 /// The present local time, in a line of 24 characters within `SPAN`. A value.

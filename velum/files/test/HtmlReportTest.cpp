@@ -12,8 +12,10 @@
 #include <fstream>
 #include <iomanip>
 #include <iterator>
+#include <locale>
 #include <sstream>
 #include <string>
+#include <utility>
 
 namespace vlm {
 namespace {
@@ -77,6 +79,9 @@ TEST(HtmlTags, EachWritesItselfToTheByte) {
       {Written(Img("a.png")), "<IMG SRC=\"a.png\">\n"},
       {Written(Img("a.png", "4", "3", image)),
        "<IMG SRC=\"a.png\" ALT=\"old\" WIDTH=\"4\" HEIGHT=\"3\" ISMAP=\"ismap\">\n"},
+      {Written(Img("a.png", "4", "3", {})), "<IMG SRC=\"a.png\" WIDTH=\"4\" HEIGHT=\"3\">\n"},
+      {Written(Img("a.png", "4", "3", "new")),
+       "<IMG SRC=\"a.png\" ALT=\"new\" WIDTH=\"4\" HEIGHT=\"3\">\n"},
       {Written(Img("a.png", "", "3", "new", image)),
        "<IMG SRC=\"a.png\" ALT=\"new\" HEIGHT=\"3\" ISMAP=\"ismap\">\n"},
       {Written(Paragraph("a <b>")), "<P>a <b></P>\n"},
@@ -148,6 +153,32 @@ TEST(CHtmlReport, TheEndIsAddedToTheResultAlone) {
   EXPECT_EQ(report.GetReport(), "a0.33333333333333b</BODY>\n</HTML>");
 }
 
+struct CommaPoint : std::numpunct<char> {
+  char do_decimal_point() const override { return ','; }
+  char do_thousands_sep() const override { return '.'; }
+  std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(CHtmlReport, TheGlobalLocaleDoesNotShow) {
+  const std::locale before = std::locale::global({std::locale::classic(), new CommaPoint});
+  CHtmlReport report;
+  std::locale::global(before);
+  report << Heading(1, "a") << 1234.5 << " " << 1234;
+  EXPECT_EQ(report.str(), "<H1>a</H1>\n1234.5 1234");
+}
+
+TEST(CHtmlReport, MovesTakeTextAndDigits) {
+  CHtmlReport report;
+  report << "a";
+  CHtmlReport moved = std::move(report);
+  moved << 1.0 / 3;
+  CHtmlReport assigned;
+  assigned << "gone";
+  assigned = std::move(moved);
+  assigned << 2.0 / 3;
+  EXPECT_EQ(assigned.str(), "a0.333333333333330.66666666666667");
+}
+
 TEST(CHtmlReport, AFileIsReplacedAndAFailureIsSilent) {
   const testing::TemporaryFolder folder;
   CHtmlReport report;
@@ -158,13 +189,18 @@ TEST(CHtmlReport, AFileIsReplacedAndAFailureIsSilent) {
     report.WriteToFile(path);
     EXPECT_EQ(ContentsOf(path), "a</BODY>\n</HTML>\n");
   }
+  // A second name goes on leading to the page.
+  std::filesystem::create_hard_link(path, folder.Path("b.html"));
+  report << "b";
+  report.WriteToFile(path);
+  EXPECT_EQ(ContentsOf(folder.Path("b.html")), "ab</BODY>\n</HTML>\n");
   report.WriteToFile(folder.Path("none/a.html"));
   report.WriteToFile(folder.Path());
   report.WriteToFile("");
   report.WriteToFile("/dev/null");
   EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
   const std::filesystem::directory_iterator files(folder.Path());
-  EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+  EXPECT_EQ(std::distance(begin(files), end(files)), 2);
 }
 
 TEST(CHtmlReport, ACheckerFindsNothingWrongWithBalancedTags) {

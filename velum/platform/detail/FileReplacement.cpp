@@ -149,6 +149,7 @@ bool FileReplacement::Prepare() {
   if (::fstat(old_.Descriptor(), &status) != 0) return false;
   if (::faccessat(AT_FDCWD, target_.c_str(), W_OK, AT_EACCESS) != 0) return false;
   oldSize_ = static_cast<std::uint64_t>(status.st_size);
+  oldHasOtherNames_ = status.st_nlink > 1;
   return AdoptOwner(lock_, status);
 }
 

@@ -40,6 +40,8 @@ class FileReplacement {
   [[nodiscard]] const InputFile& Old() const noexcept { return old_; }
   /// The number of its bytes.
   [[nodiscard]] std::uint64_t OldSize() const noexcept { return oldSize_; }
+  /// True if hard links lead to it from elsewhere, which would keep the old file.
+  [[nodiscard]] bool OldHasOtherNames() const noexcept { return oldHasOtherNames_; }
 
   /// Appends bytes to the new file.
   [[nodiscard]] bool Append(std::string_view bytes);
@@ -57,6 +59,7 @@ class FileReplacement {
   int lock_ = -1;
   InputFile old_;
   std::uint64_t oldSize_ = 0;
+  bool oldHasOtherNames_ = false;
 };
 
 }  // namespace vlm::platform
