@@ -13,14 +13,16 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fstream>
+#include <iterator>
+#include <limits>
 #include <map>
 #include <memory>
-#include <numeric>
+#include <random>
 #include <sstream>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -228,14 +230,27 @@ template <class Src, class Dst>
   for (int i = 0; i < count; ++i) dst[i] = static_cast<Dst>(src[i]);
 }
 
+/// Numbers over all that `Dst` holds.
+template <class Src, class Dst>
+Src* WideSource() {
+  constexpr auto kMax = static_cast<double>(std::numeric_limits<Dst>::max());
+  constexpr auto kMin = static_cast<double>(std::numeric_limits<Dst>::min());
+  auto* const src = reinterpret_cast<Src*>(Buffer(0));
+  std::mt19937 random(5);
+  // Not quite to the ends, to which a float would round.
+  std::uniform_real_distribution<double> numbers(kMin * 0.999, kMax * 0.999);
+  for (unsigned i = 0; i < kNumbers; ++i) src[i] = static_cast<Src>(numbers(random));
+  return src;
+}
+
 template <std::size_t From, std::size_t To>
-void CastRows() {
+void CastRows(std::tuple_element_t<From, Types>* (*source)(), const char* range) {
   using Src = std::tuple_element_t<From, Types>;
   using Dst = std::tuple_element_t<To, Types>;
-  const std::string pair = std::string(kNames[From]) + "-" + kNames[To];
-  const auto row = [](const std::string& name, auto cast) {
-    benchmark::RegisterBenchmark(name.c_str(), [cast](benchmark::State& state) {
-      const Src* const src = Source<Src>();
+  const std::string pair = std::string(kNames[From]) + "-" + kNames[To] + range;
+  const auto row = [source](const std::string& name, auto cast) {
+    benchmark::RegisterBenchmark(name.c_str(), [source, cast](benchmark::State& state) {
+      const Src* const src = source();
       auto* const dst = reinterpret_cast<Dst*>(Buffer(1));
       for (auto _ : state) {
         cast(src, dst);
@@ -255,7 +270,17 @@ void CastRows() {
 
 template <std::size_t... Pair>
 void AllCastRows(std::index_sequence<Pair...>) {
-  (CastRows<Pair / 9, Pair % 9>(), ...);
+  (CastRows<Pair / 9, Pair % 9>(Source<std::tuple_element_t<Pair / 9, Types>>, ""), ...);
+}
+
+/// Reals to integers of 32 bits and more, over the whole range of these.
+void WideCastRows() {
+  CastRows<7, 4>(WideSource<float, std::int32_t>, " wide");
+  CastRows<8, 4>(WideSource<double, std::int32_t>, " wide");
+  CastRows<7, 5>(WideSource<float, std::uint32_t>, " wide");
+  CastRows<8, 5>(WideSource<double, std::uint32_t>, " wide");
+  CastRows<7, 6>(WideSource<float, std::int64_t>, " wide");
+  CastRows<8, 6>(WideSource<double, std::int64_t>, " wide");
 }
 
 // --- A report with a table of 20,000 rows.
@@ -324,6 +349,7 @@ const int registered = [] {
   ReportRow("Report/velum/table", ReportByVelum);
   ReportRow("Report/stream/table", ReportByHand);
   AllCastRows(std::make_index_sequence<81>());
+  WideCastRows();
   return 0;
 }();
 

@@ -22,12 +22,15 @@ constexpr bool kLosesFraction = std::is_floating_point_v<Src>&& std::is_integral
 // What the processor gives for NaN and for what 64 bits don't hold, and for that number itself.
 constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::min();
 
+std::int64_t TruncateRaw(float value) { return _mm_cvttss_si64(_mm_set_ss(value)); }
+
 std::int64_t TruncateRaw(double value) { return _mm_cvttsd_si64(_mm_set_sd(value)); }
 
 // The whole part; 0 where there is none.
-std::int64_t Truncate(double value) {
+template <class Src>
+std::int64_t Truncate(Src value) {
   const std::int64_t whole = TruncateRaw(value);
-  return whole != kNone || value == static_cast<double>(kNone) ? whole : 0;
+  return whole != kNone || value == static_cast<Src>(kNone) ? whole : 0;
 }
 
 template <class Src, class Dst>
@@ -44,15 +47,55 @@ void CastEach(const Loose<Src>* src, Loose<Dst>* dst, std::size_t count, std::si
   for (std::size_t i = 0; i < count; ++i) dst[i].value = CastOne<Src, Dst>(src[i * stride].value);
 }
 
-// Four whole numbers of 32 bits.
+// What the processor gives in the same way where it has 32 bits.
+constexpr std::int32_t kNone32 = std::numeric_limits<std::int32_t>::min();
+
+// Four whole numbers of 32 bits, of the sources or of what these are above 2^31.
+template <bool kIsUpper>
 __m128i TruncateFour(const Loose<float>* src) {
-  return _mm_cvttps_epi32(_mm_loadu_ps(static_cast<const float*>(static_cast<const void*>(src))));
+  const void* const place = src;
+  __m128 four = _mm_loadu_ps(static_cast<const float*>(place));
+  if constexpr (kIsUpper) four = _mm_sub_ps(four, _mm_set1_ps(0x1p31f));
+  return _mm_cvttps_epi32(four);
 }
 
+template <bool kIsUpper>
 __m128i TruncateFour(const Loose<double>* src) {
-  const auto* const from = static_cast<const double*>(static_cast<const void*>(src));
-  return _mm_unpacklo_epi64(_mm_cvttpd_epi32(_mm_loadu_pd(from)),
-                            _mm_cvttpd_epi32(_mm_loadu_pd(from + 2)));
+  const void* const place = src;
+  const auto* const from = static_cast<const double*>(place);
+  __m128d two[] = {_mm_loadu_pd(from), _mm_loadu_pd(from + 2)};
+  if constexpr (kIsUpper) {
+    for (__m128d& some : two) some = _mm_sub_pd(some, _mm_set1_pd(0x1p31));
+  }
+  return _mm_unpacklo_epi64(_mm_cvttpd_epi32(two[0]), _mm_cvttpd_epi32(two[1]));
+}
+
+// Sixteen whole numbers of 32 bits; false if one of the sources is none of them.
+template <class Src>
+bool TruncateSixteen(const Loose<Src>* src, __m128i (&four)[4]) {
+  const __m128i none = _mm_set1_epi32(kNone32);
+  __m128i found = _mm_setzero_si128();
+  for (std::size_t i = 0; i < 4; ++i) {
+    four[i] = TruncateFour<false>(src + 4 * i);
+    found = _mm_or_si128(found, _mm_cmpeq_epi32(four[i], none));
+  }
+  return _mm_movemask_epi8(found) == 0;
+}
+
+// Gives those of sixteen that were none what they are as numbers without a sign; false if one is
+// none of these either.
+template <class Src>
+bool TruncateUpper(const Loose<Src>* src, __m128i (&four)[4]) {
+  const __m128i none = _mm_set1_epi32(kNone32);
+  __m128i found = _mm_setzero_si128();
+  for (std::size_t i = 0; i < 4; ++i) {
+    const __m128i isUpper = _mm_cmpeq_epi32(four[i], none);
+    const __m128i upper = _mm_and_si128(TruncateFour<true>(src + 4 * i), isUpper);
+    found = _mm_or_si128(found, _mm_cmpeq_epi32(upper, none));
+    // What marks a number as none is 2^31 without a sign.
+    four[i] = _mm_xor_si128(four[i], upper);
+  }
+  return _mm_movemask_epi8(found) == 0;
 }
 
 // Stores the low bytes of sixteen whole numbers of 32 bits.
@@ -77,16 +120,14 @@ void StoreLow(const __m128i (&four)[4], void* dst) {
 // smallest number: then, and for that number itself, each goes by way of 64 bits.
 template <class Src, class Dst>
 std::size_t CastBlocks(const Loose<Src>* src, Loose<Dst>* dst, std::size_t count) {
-  const __m128i none = _mm_set1_epi32(std::numeric_limits<std::int32_t>::min());
   std::size_t i = 0;
   for (; i + 16 <= count; i += 16) {
     __m128i four[4];
-    __m128i found = _mm_setzero_si128();
-    for (std::size_t j = 0; j < 4; ++j) {
-      four[j] = TruncateFour(src + i + 4 * j);
-      found = _mm_or_si128(found, _mm_cmpeq_epi32(four[j], none));
+    bool areWhole = TruncateSixteen(src + i, four);
+    if constexpr (std::is_same_v<Dst, std::uint32_t>) {
+      areWhole = areWhole || TruncateUpper(src + i, four);
     }
-    if (_mm_movemask_epi8(found) == 0) {
+    if (areWhole) {
       StoreLow<Dst>(four, dst + i);
     } else {
       CastEach(src + i, dst + i, 16, 1);

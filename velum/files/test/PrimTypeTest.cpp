@@ -107,19 +107,20 @@ std::vector<Src> Samples(unsigned seed) {
     const auto bits = random() >> (random() % 64);
     std::memcpy(&samples[i], &bits, sizeof(Src));
     if constexpr (std::is_floating_point_v<Src>) {
-      // Whole blocks of what fits into 32 bits, of what does not, and of any bits at all.
-      const double scale[] = {1e9, 1e18, 0.0};
-      const std::size_t kind = i / 1100 % 3;
-      if (kind < 2) {
-        samples[i] = static_cast<Src>((static_cast<double>(random()) * 0x1p-63 - 1) * scale[kind]);
-      }
+      // Whole blocks of what fits into 32 bits, of what does not, of what does without a sign, and
+      // of any bits at all.
+      const double scale[] = {1e9, 1e18, 4.2e9};
+      const std::size_t kind = i / 1100 % 4;
+      const double part = static_cast<double>(random()) * 0x1p-63 - 1;
+      if (kind < 3)
+        samples[i] = static_cast<Src>(scale[kind] * (kind < 2 ? part : std::fabs(part)));
     }
   }
   if constexpr (std::is_floating_point_v<Src>) {
     const double limits[] = {0x1p31, -0x1p31, 0x1p32, 0x1p63,   -0x1p63, -0x1p64,   NAN,
                              -NAN,   1e30,    -1e30,  HUGE_VAL, 2.9,     -HUGE_VAL, -2.9};
-    for (std::size_t i = 0; i < std::size(limits); ++i) {
-      samples[i * 300 + 7] = static_cast<Src>(limits[i]);
+    for (std::size_t i = 0; i < 2 * std::size(limits); ++i) {
+      samples[i * 150 + 7] = static_cast<Src>(limits[i % std::size(limits)]);
     }
   }
   return samples;
