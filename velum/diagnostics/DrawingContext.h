@@ -34,9 +34,6 @@
 
 namespace vlm {
 
-/// A colour: red, green, blue from the lowest byte up.
-using COLORREF = std::uint32_t;
-
 inline constexpr int PS_SOLID = 0;  ///< A pen without gaps.
 inline constexpr int PS_DOT = 2;    ///< A pen of dots, three pixels long with gaps as long.
 

@@ -9,35 +9,14 @@
 
 #include <velum/core/Api.h>
 #include <velum/core/Singleton.h>
-#include <velum/diagnostics/DrawingContext.h>
 #include <velum/platform/Types.h>
-
-#include <cstdint>
 
 namespace vlm {
 
-/// What `HTHEME` points to. No object of it exists.
-struct HTHEME__;
-/// What `HIMAGELIST` points to. No object of it exists.
-struct HIMAGELIST__;
-/// What `HRGN` points to. No object of it exists.
-struct HRGN__;
-/// What `HBRUSH` points to. No object of it exists.
-struct HBRUSH__;
 /// The description of a face, in wide text. No object of it exists.
 struct LOGFONTW;
 /// The measures of a face, with wide text. No object of it exists.
 struct TEXTMETRICW;
-
-using HTHEME = HTHEME__*;          ///< A handle of a theme.
-using HIMAGELIST = HIMAGELIST__*;  ///< A handle of a list of pictures.
-using HRGN = HRGN__*;              ///< A handle of a region.
-using HBRUSH = HBRUSH__*;          ///< A handle of a brush.
-using HRESULT = std::int32_t;      ///< A result; below 0 for a failure.
-using BOOL = std::int32_t;         ///< 0 for false.
-using WORD = std::uint16_t;        ///< 16 bits.
-using DWORD = std::uint32_t;       ///< 32 bits.
-using UINT = std::uint32_t;        ///< A number that is not negative.
 
 /// The margins around something.
 struct MARGINS {

@@ -12,6 +12,13 @@
 
 namespace vlm {
 
+using BOOL = std::int32_t;       ///< 0 for false.
+using WORD = std::uint16_t;      ///< 16 bits.
+using DWORD = std::uint32_t;     ///< 32 bits.
+using UINT = std::uint32_t;      ///< A number that is not negative.
+using HRESULT = std::int32_t;    ///< A result; below 0 for a failure.
+using COLORREF = std::uint32_t;  ///< A colour: red, green, blue from the lowest byte up.
+
 /// A point in integer coordinates. Plain data: a `POINT p;` is not initialised.
 struct POINT {
   std::int32_t x;  ///< The horizontal coordinate.
@@ -303,6 +310,14 @@ struct HFONT__ {
 struct HINSTANCE__ {
   int unused;  ///< Not in use.
 };
+/// What `HTHEME` points to. No object of it exists.
+struct HTHEME__;
+/// What `HIMAGELIST` points to. No object of it exists.
+struct HIMAGELIST__;
+/// What `HRGN` points to. No object of it exists.
+struct HRGN__;
+/// What `HBRUSH` points to. No object of it exists.
+struct HBRUSH__;
 /// What `HWND` points to. No object of it exists.
 struct HWND__ {
   int unused;  ///< Not in use.
@@ -315,12 +330,16 @@ struct HBITMAP__ {
 struct HPEN__ {
   int unused;  ///< Not in use.
 };
-using HWND = HWND__*;            ///< A handle of a window; null for the screen.
-using HBITMAP = HBITMAP__*;      ///< A handle of a bitmap made for a drawing context.
-using HPEN = HPEN__*;            ///< A handle of a pen made for drawing.
-using HDC = HDC__*;              ///< A handle of a drawing context.
-using HFONT = HFONT__*;          ///< A handle of a face made for drawing.
-using HINSTANCE = HINSTANCE__*;  ///< A handle of a loaded module.
+using HWND = HWND__*;              ///< A handle of a window; null for the screen.
+using HBITMAP = HBITMAP__*;        ///< A handle of a bitmap made for a drawing context.
+using HPEN = HPEN__*;              ///< A handle of a pen made for drawing.
+using HRGN = HRGN__*;              ///< A handle of a region.
+using HBRUSH = HBRUSH__*;          ///< A handle of a brush.
+using HTHEME = HTHEME__*;          ///< A handle of a theme.
+using HIMAGELIST = HIMAGELIST__*;  ///< A handle of a list of pictures.
+using HDC = HDC__*;                ///< A handle of a drawing context.
+using HFONT = HFONT__*;            ///< A handle of a face made for drawing.
+using HINSTANCE = HINSTANCE__*;    ///< A handle of a loaded module.
 
 /// What a run of text depends on, in 16 bits.
 struct SCRIPT_STATE {
