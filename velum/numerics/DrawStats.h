@@ -34,8 +34,8 @@ namespace vlm {
 ///
 /// A value. Any number of threads may draw with one at a time, each on its own `Graphics`, whose
 /// clip holds and stays; a call that fails there stops nothing, and the `Graphics` keeps its
-/// status. Coordinates are pixels; rectangles that are empty
-/// or reach beyond 1,000,000 of them are not drawn.
+/// status. Coordinates are pixels; rectangles that are empty or reach beyond 1,000,000 of them are
+/// not drawn.
 class VELUM_API CDrawStats {
  public:
   /// What a chart has around its plot and over it, each a bit of the flags.
