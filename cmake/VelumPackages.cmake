@@ -71,4 +71,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
   "${runtime_package} (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}), libboost-dev (>= 1.74)")
 
+# Drawing with the sources in its folder of examples.
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "libpango1.0-dev")
+
 include(CPack)
