@@ -10,17 +10,21 @@ target_compile_features(velum_compile_options INTERFACE cxx_std_20)
 target_compile_options(velum_compile_options INTERFACE
   -ffp-contract=off)                     # the same bits with and without fused multiply-add
 
-if(VELUM_DEVELOPER)
+if(VELUM_STRICT)
   target_compile_options(velum_compile_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
     # g++ 12 sees overlaps and overflows where std::string joins texts (GCC bug 105651, mended in 13).
     "$<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-array-bounds;-Wno-restrict;-Wno-stringop-overflow>")
   find_program(VELUM_CCACHE ccache)
   if(VELUM_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    # A precompiled header defeats the cache unless it is told to look at what the header holds.
+    # A precompiled header defeats the cache unless it is told to look at what the header holds. Folders are looked at from the
+    # tree's own, so that one preset takes over what another has compiled in the same way.
+    if(NOT DEFINED ENV{CCACHE_BASEDIR})
+      set(VELUM_CCACHE_BASE "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}")
+    endif()
     set(CMAKE_CXX_COMPILER_LAUNCHER
       ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
-      ${VELUM_CCACHE})
+      CCACHE_NOHASHDIR=1 ${VELUM_CCACHE_BASE} ${VELUM_CCACHE})
     # clang writes the time of each header into a precompiled one; from the cache it would be another clone's.
     add_compile_options("$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
   endif()
@@ -29,7 +33,4 @@ endif()
 if(VELUM_SANITIZE)
   add_compile_options(-fsanitize=${VELUM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VELUM_SANITIZE})
-endif()
-if(VELUM_LIBFUZZER)
-  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

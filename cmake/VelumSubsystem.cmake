@@ -26,6 +26,8 @@ function(velum_subsystem name)
   endif()
 endfunction()
 
+# What checks the library need not be fast itself; less of the optimizer halves the time that it takes to build.
+set(VELUM_TEST_OPTIONS "$<$<CONFIG:Release>:-O1>")
 set(VELUM_TEST_LOCALES "${PROJECT_BINARY_DIR}/locales")
 
 # velum_test(TARGET SOURCES ... LIBRARIES ...): a GoogleTest program, each of its tests known to ctest.
@@ -34,6 +36,7 @@ function(velum_test target)
   add_executable(${target} ${arg_SOURCES})
   target_link_libraries(${target} PRIVATE
     ${arg_LIBRARIES} velum_compile_options velum_testing GTest::gmock GTest::gtest_main)
+  target_compile_options(${target} PRIVATE ${VELUM_TEST_OPTIONS})
   target_precompile_headers(${target} REUSE_FROM velum_testing)
   if(VELUM_SANITIZE MATCHES "thread")
     # The sanitizer's own operator new is not weak: that of testing/FailingAllocations.cpp must not clash with it.

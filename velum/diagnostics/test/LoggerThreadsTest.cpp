@@ -3,6 +3,7 @@
 #include <velum/diagnostics/RecentLines.h>
 #include <velum/diagnostics/test/Receiver.h>
 
+#include <testing/Sanitized.h>
 #include <testing/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
@@ -26,13 +27,7 @@ namespace {
 using testing::TemporaryFolder;
 
 constexpr int kThreads = 16;
-// Sanitizers slow each line down by a factor of ten or more.
-#ifdef __has_feature
-constexpr bool kIsSlow = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
-#else
-constexpr bool kIsSlow = false;
-#endif
-constexpr int kLines = kIsSlow ? 5'000 : 100'000;
+constexpr int kLines = testing::Rounds(100'000);
 
 /// A line whose length depends on its number, and which shows where it ends.
 std::string LineOf(int thread, int number) {

@@ -4,6 +4,7 @@
 #include <velum/files/test/FileErrors.h>
 
 #include <testing/FailingAllocations.h>
+#include <testing/Sanitized.h>
 
 #include <gtest/gtest.h>
 
@@ -28,14 +29,7 @@ namespace {
 using Texts = std::vector<std::string>;
 
 // Sanitizers bring a malloc of their own, which counts nothing and does not fail.
-#ifdef __has_feature
-constexpr bool kIsMallocOurs = !__has_feature(address_sanitizer) &&
-                               !__has_feature(thread_sanitizer) && !__has_feature(memory_sanitizer);
-#elif defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kIsMallocOurs = false;
-#else
-constexpr bool kIsMallocOurs = true;
-#endif
+constexpr bool kIsMallocOurs = !testing::kIsSanitized;
 
 std::size_t HeldBytes() {
   const struct mallinfo2 info = ::mallinfo2();

@@ -10,6 +10,7 @@
 #include <velum/platform/detail/Utf8.h>
 #include <velum/platform/test/FontFile.h>
 
+#include <testing/Sanitized.h>
 #include <testing/TemporaryFolder.h>
 
 #include <gmock/gmock.h>
@@ -33,6 +34,7 @@
 namespace vlm {
 namespace {
 
+using vlm::testing::Rounds;
 using Face = std::shared_ptr<const CFaceInfo>;
 constexpr unsigned kCheck = DECOMP_CHECK_GLYPHS;
 constexpr unsigned kReverse = DECOMP_REVERSE;
@@ -400,7 +402,7 @@ TEST(UCS2Decomp, LongTextsTakeLinearTime) {
   // In quadratic time each takes minutes.
   const struct {
     const wchar_t* unit;  ///< What is repeated: a run, or a piece, or neither.
-    std::size_t size;
+    int count;
     const char* face;
     const wchar_t* ends = L"";  ///< What stands before and behind.
   } rows[] = {
@@ -420,9 +422,10 @@ TEST(UCS2Decomp, LongTextsTakeLinearTime) {
       {L"(\u05D0)", 500'000, "DejaVu Sans", L"\u05D0["},
   };
   for (const auto& row : rows) {
+    const auto size = static_cast<std::size_t>(Rounds(row.count));
     std::wstring text(row.ends);
-    while (text.size() < row.size) text += row.unit;
-    text.append(row.size, row.unit[0] == '(' ? L'}' : L' ');
+    while (text.size() < size) text += row.unit;
+    text.append(size, row.unit[0] == '(' ? L'}' : L' ');
     text += row.ends;
     const auto start = Clock::now();
     EXPECT_EQ(Decompose(text, FaceOf(row.face), kCheck).text, text);

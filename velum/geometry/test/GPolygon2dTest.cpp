@@ -5,6 +5,7 @@
 #include <velum/geometry/GPolygon.h>
 #include <velum/geometry/PolygonMeasures.h>
 #include <velum/geometry/test/reference/EvenOddArea.h>
+#include <testing/Sanitized.h>
 
 #include <boost/geometry/algorithms/detail/has_self_intersections.hpp>
 #include <gmock/gmock.h>
@@ -20,6 +21,7 @@ namespace vlm {
 namespace {
 
 using ::testing::ElementsAre;
+using vlm::testing::Rounds;
 using Invalid = boost::geometry::overlay_invalid_input_exception;
 
 const Vec2d kEight[] = {{0, 0}, {8, 8}, {8, 0}, {0, 9}};
@@ -250,7 +252,7 @@ TEST(GPolygon2d, ManyRingsThatMeetTakeNoLongerThanOthers) {
 TEST(GPolygon2d, WhatItGivesIsAGoodOperand) {
   std::mt19937 random(9);
   int done = 0;
-  for (int round = 0; round < 2000; ++round) {
+  for (int round = 0; round < Rounds(2000); ++round) {
     const double grid = round % 2 ? 0.5 : 1.0 / 3;
     GPolygon2d a = Star(random, grid);
     try {
@@ -264,7 +266,7 @@ TEST(GPolygon2d, WhatItGivesIsAGoodOperand) {
     EXPECT_NO_THROW(a.XOR(b)) << round;
     EXPECT_NO_THROW(a.Union(b)) << round;
   }
-  EXPECT_GT(done, 1500);
+  EXPECT_GT(done, Rounds(1500));
 }
 
 TEST(GPolygon2d, WorksInAnySize) {

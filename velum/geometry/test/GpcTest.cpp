@@ -4,6 +4,7 @@
 #include <velum/geometry/test/GpcPolygons.h>
 #include <velum/geometry/test/reference/EvenOddArea.h>
 #include <velum/geometry/test/reference/PlainClipper.h>
+#include <testing/Sanitized.h>
 
 #include <gtest/gtest.h>
 
@@ -32,6 +33,7 @@ using reference::kUnion;
 using reference::kXor;
 using reference::PlainClip;
 using reference::PlainStripClip;
+using vlm::testing::Rounds;
 
 static_assert(std::is_same_v<vlm::gpc_polygon, ::gpc_polygon>);
 
@@ -71,7 +73,7 @@ TEST(Gpc, IsThePlainSweepVertexForVertex) {
   for (const RandomPolygons::Kind kind : RandomPolygons::kKinds) {
     for (const RandomCases& row : kRows) {
       RandomPolygons polygons(kind, 1, row.contours, row.vertices);
-      for (int i = 0; i < row.cases; ++i) {
+      for (int i = 0; i < Rounds(row.cases); ++i) {
         const PlainPolygon subject = polygons.Next();
         const PlainPolygon clip = polygons.Next();
         ExpectLikePlain(polygons.Operation(), subject, clip);
@@ -85,7 +87,7 @@ TEST(Gpc, IsThePlainSweepVertexForVertex) {
 TEST(Gpc, AreasAreExact) {
   for (const RandomPolygons::Kind kind : RandomPolygons::kKinds) {
     RandomPolygons polygons(kind, 2, 3, 9);
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < Rounds(400); ++i) {
       const PlainPolygon subject = polygons.Next();
       const PlainPolygon clip = polygons.Next();
       const PlainOperation operation = polygons.Operation();
@@ -286,7 +288,7 @@ TEST(Gpc, ExtremeCoordinatesGiveAnAnswerOrAnError) {
 }
 
 TEST(Gpc, AMillionVerticesInOneRun) {
-  constexpr int kCount = 1'000'000;
+  constexpr int kCount = Rounds(1'000'000);
   PlainVertices saw{{0, 0}};
   for (int i = 0; i < kCount; ++i) saw.push_back({10.0 + i % 2, static_cast<double>(i)});
   saw.push_back({0, kCount - 1.0});
@@ -390,7 +392,7 @@ TEST(Gpc, LongBundlesAreThoseOfThePlainSweep) {
 TEST(Gpc, AHundredThousandVerticesOnALineTakeNoLongerThanOthers) {
   for (const Lines& row : kLines) {
     SCOPED_TRACE(row.reason);
-    const PlainPolygon whole = OnLines(row, 100'000);
+    const PlainPolygon whole = OnLines(row, Rounds(100'000));
     const auto begin = std::chrono::steady_clock::now();
     const double area = AreaOfContours(Clip(kUnion, whole, {}).result);
     EXPECT_NEAR(AreaOfStrips(StripClip(kUnion, whole, {}).result), area, 1e-9 * area);
@@ -469,7 +471,7 @@ void ExpectSetAlgebra(const PlainPolygon& a, const PlainPolygon& b, bool looksAt
 TEST(Gpc, SetAlgebraHolds) {
   for (const RandomPolygons::Kind kind : RandomPolygons::kKinds) {
     RandomPolygons polygons(kind, 4, 4, 150);
-    for (int i = 0; i < 10; ++i) {
+    for (int i = 0; i < Rounds(10); ++i) {
       const PlainPolygon a = polygons.Next();
       const PlainPolygon b = polygons.Next();
       ExpectSetAlgebra(a, b, kind != RandomPolygons::kSlivers);

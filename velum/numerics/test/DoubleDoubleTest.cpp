@@ -1,6 +1,7 @@
 #include <velum/numerics/DoubleDouble.h>
 
 #include <velum/numerics/test/reference/PlainDoubleDouble.h>
+#include <testing/Sanitized.h>
 
 #include <boost/multiprecision/cpp_bin_float.hpp>
 
@@ -20,11 +21,12 @@ namespace vlm {
 namespace {
 
 // So wide that its own rounding does not show beside errors of 2 to the power -106.
+using vlm::testing::Rounds;
 using Exact = boost::multiprecision::number<
     boost::multiprecision::cpp_bin_float<224, boost::multiprecision::digit_base_2>,
     boost::multiprecision::et_off>;
 
-constexpr int kPairs = 100000;
+constexpr int kPairs = Rounds(100'000);
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kMax = std::numeric_limits<double>::max();

@@ -6,6 +6,7 @@
 #include <velum/numerics/RadialBasisFunctions.h>
 #include <velum/numerics/test/ControlPoints.h>
 #include <testing/FailingAllocations.h>
+#include <testing/Sanitized.h>
 
 #include <gtest/gtest.h>
 
@@ -28,6 +29,7 @@ using vlm::testing::Bent;
 using vlm::testing::Distance;
 using vlm::testing::FailingAllocations;
 using vlm::testing::ImagesOf;
+using vlm::testing::Rounds;
 using vlm::testing::ScatteredPoints;
 
 template <class Warp>
@@ -138,7 +140,7 @@ TEST(ImageWarp, TheFallbackPassesNearTheControlPoints) {
   const struct {
     std::unique_ptr<CImageWarp> (*make)();
     std::size_t count;
-    unsigned seeds;
+    int seeds;
     double gentle;  // limits of what is left, of the length of all images
     double strong;
   } kRows[] = {
@@ -149,8 +151,8 @@ TEST(ImageWarp, TheFallbackPassesNearTheControlPoints) {
       {Make<CNaturalCubicSpline>, 350, 2, 1.5e-8, 1.5e-6},
   };
   for (const auto& row : kRows) {
-    for (unsigned seed = 100; seed < 100 + row.seeds; ++seed) {
-      std::mt19937 random(seed);
+    for (int seed = 100; seed < 100 + Rounds(row.seeds); ++seed) {
+      std::mt19937 random(static_cast<unsigned>(seed));
       const RPoints from = ImagesOf(ScatteredPoints(row.count, random), [](const RPoint& p) {
         return RPoint((p.X() - 500) / 300, (p.Y() - 300) / 200);  // from -1 to 1
       });
