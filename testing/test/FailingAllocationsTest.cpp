@@ -1,5 +1,9 @@
 #include <testing/FailingAllocations.h>
 
+#include <testing/Sanitized.h>
+#include <velum/core/StringText.h>
+#include <velum/files/MemoryFile.h>
+
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -93,6 +97,49 @@ TEST(FailingAllocations, GiveBackTheOuterOne) {
   }
   EXPECT_TRUE(inner);
   EXPECT_FALSE(outer);
+}
+
+/// Whether the library can make a text, which the standard library allocates for it.
+bool LibraryAllocates(const std::string& longText) {
+  try {
+    return !ToUpper(longText).empty();
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+}
+
+TEST(FailingAllocations, OfTheLibraryLeaveTheTestAlone) {
+  if (!kAllocationsCanFail) GTEST_SKIP() << "the thread sanitizer keeps operator new to itself";
+  const std::string longText(1000, 'x');
+  bool library, test, standard;
+  {
+    const FailingAllocations exhausted(0, 1, Asker::Library);
+    test = Allocates();
+    standard = std::string(longText).append(1000, 'y').size() == 2000;
+    library = LibraryAllocates(longText);
+  }
+  EXPECT_TRUE(test);
+  EXPECT_TRUE(standard);
+  EXPECT_FALSE(library);
+  EXPECT_TRUE(LibraryAllocates(longText));
+}
+
+TEST(FailingAllocations, OfTheLibraryReachMalloc) {
+  if constexpr (kIsSanitized) {
+    GTEST_SKIP() << "the sanitizers keep malloc to themselves";
+  } else {
+    CMemoryFile file;
+    const std::ptrdiff_t before = HeldOfMalloc();
+    {
+      const FailingAllocations exhausted(0, 1, Asker::Library);
+      EXPECT_THROW(file.Write("x", 1), std::bad_alloc);
+    }
+    EXPECT_EQ(HeldOfMalloc(), before);
+    file.Write("x", 1);
+    EXPECT_GT(HeldOfMalloc(), before);
+    file.Close();
+    EXPECT_EQ(HeldOfMalloc(), before);
+  }
 }
 
 TEST(AllocationPeak, IsTheMostThatWasHeldAtOnce) {
