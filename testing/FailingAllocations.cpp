@@ -156,9 +156,7 @@ void* AllocateOrThrow(std::size_t size, const void* caller) {
 
 // All forms without an alignment, so that none of them meets one of another library.
 
-void* operator new(std::size_t size) {
-  return AllocateOrThrow(size, __builtin_return_address(0));
-}
+void* operator new(std::size_t size) { return AllocateOrThrow(size, __builtin_return_address(0)); }
 void* operator new[](std::size_t size) {
   return AllocateOrThrow(size, __builtin_return_address(0));
 }

@@ -1,8 +1,8 @@
 #include <testing/FailingAllocations.h>
 
-#include <testing/Sanitized.h>
 #include <velum/core/StringText.h>
 #include <velum/files/MemoryFile.h>
+#include <testing/Sanitized.h>
 
 #include <gtest/gtest.h>
 
