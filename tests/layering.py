@@ -1,24 +1,27 @@
-"""Holds the tree against the rules of the house: which folder includes which, and what a public header may pull in.
+"""Holds the tree against the rules of the house: which folder includes which, without a circle, what a public header may pull in,
+and what each folder's README.md tells of its headers and includes.
 
 Usage: layering.py TREE. Prints each breach with its place and ends with status 1 when there is one.
 """
 
+import collections
+import graphlib
 import pathlib
 import re
 import sys
 
-# From the lowest row to the highest; a folder includes those on its own row and below. A file that needs one from a higher
-# row is listed here by name, with the reason beside it.
+# From the lowest row to the highest; a folder includes those on its own row and below, in a row those before it. A file that
+# needs one from a higher row is listed here by name, with the reason beside it.
 ROWS = [
-    {"platform"},
-    {"core"},
-    {"colour", "geometry"},
-    {"files"},
-    {"numerics", "dates"},
-    {"commands"},
-    {"diagnostics"},
-    {"fonts"},
-    {"mathtext"},
+    ["platform"],
+    ["core"],
+    ["geometry", "colour"],
+    ["files"],
+    ["dates", "numerics"],
+    ["commands"],
+    ["diagnostics"],
+    ["fonts"],
+    ["mathtext"],
 ]
 UPWARD = {
     # file: {headers from a higher row}
@@ -99,39 +102,70 @@ def breaches(tree):
                 yield f"{name}: a public header includes <{header}>"
 
 
+def includes(tree, folders):
+    """The files of our own that each file includes; tests aside, which nothing includes."""
+    paths = [path for folder in folders for path in (tree / folder).rglob("*") if path.suffix in {".h", ".cpp"}]
+    names = {str(path.relative_to(tree)): path for path in paths if "test" not in path.relative_to(tree).parts}
+    return {name: [h for _, h in INCLUDE.findall(path.read_text()) if h in names] for name, path in names.items()}
+
+
 def circles(tree):
-    """Headers that lead back to themselves."""
-    graph = {}
-    for path in (tree / "velum").rglob("*.h"):
-        name = str(path.relative_to(tree))
-        graph[name] = [h for _, h in INCLUDE.findall(path.read_text()) if h.startswith("velum/")]
+    """A header that leads back to itself; and a header with its source that does so through another folder of the library."""
+    files = includes(tree, ["velum", "testing", "examples"])
     # A .inl.h is the tail of a header and names that one so that it compiles alone.
-    for name in graph:
-        if name.endswith(".inl.h"):
-            graph[name] = [h for h in graph[name] if name not in graph.get(h, ())]
-    done, open_ = set(), []
+    try:
+        graphlib.TopologicalSorter({
+            name: [h for h in headers if not (name.endswith(".inl.h") and name in files[h])]
+            for name, headers in files.items()}).prepare()
+    except graphlib.CycleError as error:
+        yield " <- ".join(error.args[1])
+    pairs = collections.defaultdict(set)
+    for name, headers in files.items():
+        if name.startswith("velum/") and name != "velum/velum.h":
+            pairs[name.split(".")[0]] |= {header.split(".")[0] for header in headers}
+    for name, others in pairs.items():
+        for other in others:
+            if name.split("/")[1] != other.split("/")[1] and name in reachable(pairs, other):
+                yield f"{name} -> {other} -> ... -> {name}"
 
-    def visit(name):
-        if name in open_:
-            yield " -> ".join(open_[open_.index(name):] + [name])
-            return
-        if name in done:
-            return
-        open_.append(name)
-        for header in graph.get(name, ()):
-            yield from visit(header)
-        open_.pop()
-        done.add(name)
 
-    for name in sorted(graph):
-        yield from visit(name)
+def reachable(graph, start):
+    found, ahead = {start}, [start]
+    while ahead:
+        for name in graph.get(ahead.pop(), set()) - found:
+            found.add(name)
+            ahead.append(name)
+    return found
+
+
+def folders(tree):
+    """Pairs of folders of the library of which the first includes the second."""
+    edges = {(name.split("/")[1], header.split("/")[1])
+             for name, headers in includes(tree, ["velum"]).items() if name != "velum/velum.h" for header in headers}
+    return {(one, other) for one, other in edges if one != other}
+
+
+def pages(tree):
+    """What a folder's README.md does not tell, or tells although it is not so: the headers that users include, the folders that
+    it includes itself."""
+    edges = folders(tree)
+    for folder in sum(ROWS, []):
+        here = tree / "velum" / folder
+        page = (here / "README.md").read_text()
+        included = {other for one, other in edges if one == folder}
+        for what, pattern, needed, allowed in (
+                ("the header", r"`(?:\w+/)*(\w+\.h)`", {path.name for path in here.glob("*.h")}, {path.name for path in here.rglob("*.h")}),
+                ("includes of", r"`velum/(\w+)`", included, included)):
+            told = set(re.findall(pattern, page))
+            yield from (f"velum/{folder}/README.md: leaves out {what} {name}" for name in sorted(needed - told))
+            yield from (f"velum/{folder}/README.md: tells wrongly of {what} {name}" for name in sorted(told - allowed))
 
 
 def main():
     if len(sys.argv) != 2 or not pathlib.Path(sys.argv[1], "velum").is_dir():
         sys.exit(__doc__)
     tree = pathlib.Path(sys.argv[1]).resolve()
-    found = list(breaches(tree)) + [f"circle: {c}" for c in circles(tree)]
+    found = [*breaches(tree), *pages(tree), *(f"circle: {c}" for c in circles(tree))]
     print("\n".join(found) if found else "every include keeps to its row")
     sys.exit(bool(found))
 
