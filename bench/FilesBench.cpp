@@ -92,7 +92,7 @@ std::size_t WriteFieldsWithVector() {
 
 const bool added = [] {
   for (const std::size_t longest : {100, 12}) {
-    const std::string input = "100MB_lines_to_" + std::to_string(longest);
+    const std::string input = "100MB_lines_to_" + std::to_string(longest) + "_bytes";
     const std::string path = TextFile(longest);
     Row(("ReadLine/velum/" + input).c_str(), [path] { return ReadWithVelum(path); });
     Row(("ReadLine/getline/" + input).c_str(), [path] { return ReadWithGetline(path); });

@@ -1,8 +1,10 @@
 // Registration: splines fitted to control points and applied to a million points, beside the same
-// in Eigen: one dense system by its LU factors, and sums as array expressions.
+// in Eigen: one dense system by its LU factors, and sums as array expressions; and beside SciPy.
 
 #include <velum/numerics/ImageRegistration.h>
 #include <velum/numerics/RadialBasisFunctions.h>
+
+#include <testing/TemporaryFolder.h>
 
 #include <benchmark/benchmark.h>
 
@@ -11,6 +13,8 @@
 
 #include <cmath>
 #include <cstddef>
+#include <cstdio>
+#include <fstream>
 #include <random>
 #include <string>
 #include <vector>
@@ -126,20 +130,50 @@ void TransformEach(benchmark::State& state, const Map& map) {
   }
 }
 
+// SciPy runs in a process of its own with one thread, reads the points from a file and tells the
+// processor time of the million.
+void TransformInScipy(benchmark::State& state) {
+  const vlm::testing::TemporaryFolder folder;
+  const std::string file = folder.Path("points");
+  const ControlPoints controls(100);
+  {
+    std::ofstream out(file, std::ios::binary);
+    const auto write = [&out](const std::vector<RPoint>& points) {
+      for (const RPoint& p : points) {
+        const double pair[] = {p.X(), p.Y()};
+        out.write(reinterpret_cast<const char*>(pair), sizeof pair);
+      }
+    };
+    write(controls.from.Points());
+    write(controls.to.Points());
+    write(RandomPoints(kPoints, 2));
+  }
+  const std::string command =
+      "OPENBLAS_NUM_THREADS=1 " VELUM_SYSTEM_PYTHON " " VELUM_SCIPY_SCRIPT " " + file + " 100";
+  for (auto _ : state) {
+    double seconds = 0;
+    std::FILE* const child = ::popen(command.c_str(), "r");
+    const bool told = child != nullptr && std::fscanf(child, "%lf", &seconds) == 1;
+    if (child != nullptr) ::pclose(child);
+    if (!told) return state.SkipWithError("SciPy says nothing");
+    state.SetIterationTime(seconds);
+  }
+}
+
 const bool isRegistered = [] {
   const auto milliseconds = benchmark::kMillisecond;
   for (const std::size_t count : {100u, 500u, 2000u}) {
-    const std::string size = std::to_string(count);
-    benchmark::RegisterBenchmark(("Calibrate/velum/thinPlate/" + size).c_str(), Calibrate,
-                                 vlm::ThinPlateSpline, count)
-        ->Unit(milliseconds);
-    benchmark::RegisterBenchmark(("Calibrate/eigen/thinPlate/" + size).c_str(), CalibrateInEigen,
-                                 count)
-        ->Unit(milliseconds);
+    const std::string size = "/" + std::to_string(count);
+    const auto add = [&](const std::string& name, auto... work) {
+      auto* const row = benchmark::RegisterBenchmark((name + size).c_str(), work...);
+      row->Unit(milliseconds);
+      // Half a minute and more: once is enough.
+      if (count == 2000) row->Iterations(1)->Repetitions(1);
+    };
+    add("Calibrate/velum/thinPlate", Calibrate, vlm::ThinPlateSpline, count);
+    add("Calibrate/eigen/thinPlate", CalibrateInEigen, count);
     // By the fallback, for which there is no peer.
-    benchmark::RegisterBenchmark(("Calibrate/velum/rationalQuadratic/" + size).c_str(), Calibrate,
-                                 vlm::RationalQuadraticSpline, count)
-        ->Unit(milliseconds);
+    add("Calibrate/velum/rationalQuadratic", Calibrate, vlm::RationalQuadraticSpline, count);
   }
   for (int method = vlm::ThinPlateSpline; method <= vlm::InverseDistanceSquared; ++method) {
     benchmark::RegisterBenchmark(
@@ -155,10 +189,19 @@ const bool isRegistered = [] {
                                  TransformEach(state, map);
                                })
       ->Unit(milliseconds);
-  benchmark::RegisterBenchmark("TransformMillion/eigen/thinPlate/100", [](benchmark::State& state) {
-    const ControlPoints points(100);
-    TransformEach(state, EigenSpline(points));
-  })->Unit(milliseconds);
+  for (const char* row : {"thinPlate", "thinPlateSingly"}) {
+    const std::string input = std::string("/") + row + "/100";
+    benchmark::RegisterBenchmark(("TransformMillion/eigen" + input).c_str(),
+                                 [](benchmark::State& state) {
+                                   const ControlPoints points(100);
+                                   TransformEach(state, EigenSpline(points));
+                                 })
+        ->Unit(milliseconds);
+    benchmark::RegisterBenchmark(("TransformMillion/scipy" + input).c_str(), TransformInScipy)
+        ->UseManualTime()
+        ->Iterations(1)
+        ->Unit(milliseconds);
+  }
   return true;
 }();
 

@@ -5,6 +5,7 @@
 #include <velum/dates/AxisIntervals.h>
 #include <velum/numerics/SpatialStatistics.h>
 #include <velum/numerics/UnivariateStatistics.h>
+#include <velum/numerics/detail/RankPartition.h>
 
 #include <benchmark/benchmark.h>
 #include <tbb/global_control.h>
@@ -79,6 +80,20 @@ void SortAndPass(benchmark::State& state, std::size_t n) {
       squares += x * x;
     }
     benchmark::DoNotOptimize(sum + squares);
+  }
+}
+
+// The ranks that Load asks for, by themselves.
+void Percentiles(benchmark::State& state, std::size_t n) {
+  const Sample sample = NormalSample(n);
+  const std::size_t last = n - 1;
+  const std::size_t ranks[] = {last / 100,     last / 20,      last / 10,    last / 4,
+                               last / 2,       last / 2 + 1,   3 * last / 4, 9 * last / 10,
+                               19 * last / 20, 99 * last / 100};
+  for (auto _ : state) {
+    Sample copy = sample;
+    vlm::detail::PartitionAtRanks(copy, ranks);
+    benchmark::DoNotOptimize(copy.data());
   }
 }
 
@@ -208,8 +223,9 @@ const bool g_added = [] {
     const std::string size = "/" + std::to_string(n);
     Add("Load/velum" + size, Load, n);
     Add("Load/sort_and_pass" + size, SortAndPass, n);
-    Add("Load/selection_chain" + size, SelectionChain, n);
   }
+  Add("Percentiles/velum/1000000", Percentiles, std::size_t{1000000});
+  Add("Percentiles/selection_chain/1000000", SelectionChain, std::size_t{1000000});
   Add("Load/pair_loop/25000", PairLoop, std::size_t{25000});
   Add("LoadSmall/velum/10000x100", LoadSmall);
   Add("LoadSmall/sort/10000x100", SortSmall);
