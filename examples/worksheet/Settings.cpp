@@ -1,31 +1,20 @@
 #include <examples/worksheet/Settings.h>
 
-#include <velum/core/HtmlText.h>
 #include <velum/files/XMLScanner.h>
+#include <examples/common/XmlParts.h>
 
 #include <charconv>
-#include <functional>
-#include <map>
+#include <memory>
 #include <stdexcept>
 
 namespace vlm::worksheet {
 namespace {
 
+using examples::PlainText;
+using examples::TakeAttributes;
 using Node = std::shared_ptr<XMLNode>;
-using Takers = std::map<std::string, std::function<void(const std::string&)>>;
 
 [[noreturn]] void Refuse(const std::string& reason) { throw std::runtime_error(reason); }
-
-// The scanner leaves entities other than quotes as they are.
-std::string Plain(const std::string& text) { return ReplaceHTMLSpecialEntities(text); }
-
-void TakeAttributes(const XMLNode& node, const Takers& takers) {
-  for (const auto& [name, value] : node.attributes) {
-    const auto taker = takers.find(name);
-    if (taker == takers.end()) Refuse("<" + node.name + "> has no attribute '" + name + "'");
-    taker->second(Plain(value));
-  }
-}
 
 char DelimiterOf(const std::string& text) {
   if (text == "tab") return '\t';
@@ -75,7 +64,7 @@ Settings SettingsOf(const XMLNode& root) {
     if (child->name == "column") {
       settings.columns.push_back(ColumnOf(*child));
     } else if (child->name == "note") {
-      settings.notes.push_back(Plain(child->value));
+      settings.notes.push_back(PlainText(child->value));
     } else {
       Refuse("what is <" + child->name + ">? a worksheet has columns and notes");
     }
