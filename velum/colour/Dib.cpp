@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cerrno>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -57,9 +56,7 @@ bool ReplaceFile(const GString& path, std::string_view first, std::string_view s
   const bool hasBegun = file.Begin(path.c_str());
   const bool isWritten = hasBegun && file.Append(first) && file.Append(second);
   if (isWritten && file.Commit()) return true;
-  // A disk that is full or failing would take the old file, too.
-  const bool isInDanger = errno == ENOSPC || errno == EDQUOT || errno == EIO;
-  if (hasBegun != isWritten || isInDanger) {
+  if (hasBegun != isWritten || platform::IsDiskInDanger()) {
     detail::ThrowSystemError(__FILE_NAME__, __LINE__, ERR_WRITE, path);
   }
   return false;

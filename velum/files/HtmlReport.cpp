@@ -48,7 +48,9 @@ std::string CHtmlReport::GetReport() const { return str() + "</BODY>\n</HTML>"; 
 void CHtmlReport::WriteToFile(const std::string& path) const {
   const std::string text = GetReport() + "\n";
   platform::FileReplacement file;
-  if (!file.Begin(path.c_str()) || file.OldHasOtherNames()) {
+  const bool hasBegun = file.Begin(path.c_str());
+  if (!hasBegun && platform::IsDiskInDanger()) return;
+  if (!hasBegun || file.OldHasOtherNames()) {
     WriteInPlace(path.c_str(), text);
   } else if (file.Append(text)) {
     static_cast<void>(file.Commit());

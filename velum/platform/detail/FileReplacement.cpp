@@ -183,4 +183,6 @@ bool FileReplacement::Commit() {
   return true;
 }
 
+bool IsDiskInDanger() noexcept { return errno == ENOSPC || errno == EDQUOT || errno == EIO; }
+
 }  // namespace vlm::platform

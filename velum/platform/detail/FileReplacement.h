@@ -62,4 +62,8 @@ class FileReplacement {
   bool oldHasOtherNames_ = false;
 };
 
+/// True if errno tells of a disk that is full or failing: who then wrote in place would lose the
+/// old file, too.
+[[nodiscard]] bool IsDiskInDanger() noexcept;
+
 }  // namespace vlm::platform
