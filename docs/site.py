@@ -36,7 +36,7 @@ def link(text, target, page):
         faults.append(f"{page}: there is no {target}")
     elif path.suffix == ".md" and parts[0] in ("docs", "README.md"):
         return f"[{text}]({path.name})"
-    elif path.suffix == ".png":
+    elif path.suffix in (".png", ".svg"):
         return f"[{text}]({path.name})"
     elif parts[0] == "velum" and path.suffix == ".h":
         return ref(path, text.strip("`"))
