@@ -14,6 +14,8 @@ namespace vlm {
 
 /// Returns the word 0x00BBGGRR of hue, saturation and lightness, each 0 to 1. Each channel is
 /// rounded half away from zero; outside 0 to 1 the low byte of the whole number remains.
+///
+/// *Source*: G. H. Joblove and D. Greenberg, Color Spaces for Computer Graphics (1978).
 [[nodiscard]] VELUM_API unsigned long HSLtoRGB(double h, double s, double l) noexcept;
 
 /// Gets hue, saturation and lightness, each 0 to 1, of a word 0x00BBGGRR. Of a colour without hue,

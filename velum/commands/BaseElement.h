@@ -43,9 +43,15 @@ class VELUM_API BaseElement : private NonComparable {
   virtual ~BaseElement();
 
  private:
+  /// The value of the option `key`, which is in small letters and not empty; empty unless
+  /// overridden.
   virtual boost::any OptionImpl(const GString& key) const;
+  /// Takes a value that is not text for the option `key`, which is in small letters and not empty;
+  /// tells whether it did. Takes nothing unless overridden.
   virtual bool OptionImpl(const GString& key, const boost::any& value);
+  /// The same for text.
   virtual bool OptionImpl(const GString& key, const GString& value);
+  /// Takes what the element belongs to; does nothing unless overridden.
   virtual void ParentImpl(const boost::any& parent);
 };
 

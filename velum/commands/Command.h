@@ -137,14 +137,24 @@ class VELUM_API Command : private NonComparable {
     kUndoRedoEnabled = 4,
   };
 
+  /// Runs the command, and keeps what `UndoImpl` will need.
   virtual StatusCode DoImpl() = 0;
+  /// The key, by which a `CommandFactory` would make such a command.
   virtual GString KeyImpl() const = 0;
+  /// Runs the command once more after `UndoImpl`.
   virtual StatusCode RedoImpl() = 0;
+  /// Reverses the command that `DoImpl` or `RedoImpl` has run last.
   virtual StatusCode UndoImpl() = 0;
+  /// Whether the command can be undone at all, or as it is at present.
   virtual bool UndoRedoableImpl() const = 0;
+  /// Appends the command's own options, as `Option` takes them; none unless overridden.
   virtual void EnumerateOptionsImpl(std::list<std::pair<GString, GString>>& options) const;
+  /// Whether `other`, whose key or label is the same, is the same action; never unless overridden.
   virtual bool EquivalentImpl(const Command& other) const;
+  /// Takes a value that is not text for an option of the command's own; tells whether it did. The
+  /// key is in small letters and not empty. Takes nothing unless overridden.
   virtual bool OptionImpl(const GString& key, const boost::any& value);
+  /// The same for text.
   virtual bool OptionImpl(const GString& key, const GString& value);
 
   static CommandState FlagOf(const GString& folded) noexcept;

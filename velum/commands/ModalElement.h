@@ -27,6 +27,7 @@ class VELUM_API ModalElement : public BaseElement {
   ModalElement();
 
  private:
+  /// Runs the element to its end, and tells how the user left it.
   virtual StatusCode ExecuteImpl() = 0;
 };
 

@@ -21,7 +21,7 @@ class VELUM_API ModelessElement : public BaseElement {
 
   /// Creates the element unless it is created; then shows it if `show` is set and it is created.
   void Create(bool show);
-  /// Destroys the element. `STATUS_FAILURE` if it is not created.
+  /// Destroys the element and gives what that gave; `STATUS_FAILURE` if it is not created.
   StatusCode Destroy();
   /// Shows the element; nothing if it is not created.
   void Show();
@@ -33,10 +33,15 @@ class VELUM_API ModelessElement : public BaseElement {
   ModelessElement();
 
  private:
+  /// Whether the element is created; asked before each of the others.
   virtual bool IsCreatedImpl() const = 0;
+  /// Creates the element, which is not created; if that fails, `IsCreatedImpl` stays false.
   virtual void CreateImpl() = 0;
+  /// Destroys the element, which is created.
   virtual StatusCode DestroyImpl() = 0;
+  /// Hides the element, which is created.
   virtual void HideImpl() = 0;
+  /// Shows the element, which is created.
   virtual void ShowImpl() = 0;
 
   bool AssertCreated() const;

@@ -30,6 +30,7 @@ class VELUM_API Tester {
   Tester& operator=(const Tester&) = default;
 
  private:
+  /// Makes the test.
   virtual void TestImpl() = 0;
 };
 

@@ -21,6 +21,9 @@ namespace vlm {
 /// A value. A clipper without an area to clip to is disabled and lets everything pass unchanged.
 ///
 /// Threads: clipping only reads the object; several threads may do so at once.
+///
+/// *Cost*: linear in the number of points. *Source*: the method of Cohen and Sutherland, in W. M.
+/// Newman and R. F. Sproull, Principles of Interactive Computer Graphics (1973).
 class VELUM_API CLineClip {
  public:
   /// Receives one visible run: its points and their number, good for the duration of the call.

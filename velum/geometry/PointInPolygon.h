@@ -12,6 +12,8 @@
 ///
 /// A point on the boundary belongs to one side of it: on the edge where y is lowest it is inside,
 /// on the one where y is highest outside, so that of two polygons that share an edge one holds it.
+///
+/// *Source*: M. Shimrat, Algorithm 112: Position of Point Relative to Polygon (1962).
 
 #include <velum/core/Api.h>
 #include <velum/geometry/Vec2.h>

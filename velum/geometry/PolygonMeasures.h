@@ -7,7 +7,8 @@
 ///     double area = vlm::PolygonArea(square, 4);            // 9
 ///     double perimeter = vlm::PolygonPerimeter(square, 4);  // 12
 ///
-/// Several contours stand one after the other in one array, `counts` holding their lengths.
+/// Several contours stand one after the other in one array, `counts` holding their lengths. The
+/// cost is linear in the number of points.
 
 #include <velum/core/Api.h>
 #include <velum/geometry/Vec2.h>

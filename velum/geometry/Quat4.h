@@ -71,6 +71,8 @@ class VELUM_API BasicQuat4 {
   /// - `t` at most 0: `a`; at least 1: `b`.
   /// - Quaternions almost equal, or almost opposite: blended component by component. The result is
   ///   never scaled to unit length.
+  ///
+  /// *Source*: K. Shoemake, Animating Rotation with Quaternion Curves (1985).
   [[nodiscard]] static BasicQuat4 Slerp(const BasicQuat4& a, const BasicQuat4& b, T t) noexcept;
 
   /// Returns the axis and the angle of a unit quaternion.

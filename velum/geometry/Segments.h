@@ -45,6 +45,8 @@ namespace vlm {
 /// from point k to point k + 1. `distSq` receives the square of the distance unless it is null.
 ///
 /// - Fewer than 2 points, or a null array: 0, at the largest `double`.
+///
+/// *Cost*: linear in `count`.
 VELUM_API unsigned FindClosestSegment(const Vec2d* points, unsigned count, const Vec2d& p,
                                       double* distSq) noexcept;
 /// Returns the closest segment of a path of integer points, as the form for `Vec2d` does.

@@ -34,7 +34,9 @@ VELUM_API void CPDProject(const RMatrix& c, const RMatrix& l, RVector& x, RVecto
 ///   false.
 /// - NaN in any operand: false.
 ///
-/// *Cost:* n^2 products for each step, of which there are at most 8 n.
+/// *Cost:* n^2 products for each step, of which there are at most 8 n. *Source:* M. R. Hestenes and
+/// E. Stiefel, Methods of Conjugate Gradients for Solving Linear Systems (1952), with the residual
+/// projected in each step.
 [[nodiscard]] VELUM_API bool CPDSolve(const RMatrix& a, const RMatrix& c, const RVector& b,
                                       RVector& x, RVector& work);
 

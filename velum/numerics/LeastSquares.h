@@ -25,7 +25,8 @@ namespace vlm {
 /// - Columns that nearly depend on each other: the worse their condition, the less orthogonal is
 ///   what is left in `b`; `x` is as good as that of other methods.
 ///
-/// *Cost:* m n^2 products for m rows and n columns.
+/// *Cost:* m n^2 products for m rows and n columns. *Source:* Å. Björck, Solving Linear Least
+/// Squares Problems by Gram-Schmidt Orthogonalization, BIT 7 (1967).
 [[nodiscard]] VELUM_API bool MGSLeastSquares(RMatrix& a, RVector& x, RVector& b);
 /// Does the same for each column of `b`, which leads to the same column of `x`. `x` has its size
 /// already.

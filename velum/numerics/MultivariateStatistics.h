@@ -24,6 +24,8 @@ namespace vlm {
 /// Returns the covariances of the columns about their means, with divisor n - 1.
 ///
 /// - No rows: zeros. One row: NaN.
+///
+/// *Cost:* n m^2 / 2 products for n rows and m columns.
 [[nodiscard]] VELUM_API RMatrix ComputeCovariance(const RMatrix& x, const RVector& mean);
 /// Returns the covariances of the columns about the means that ComputeMean gives.
 [[nodiscard]] VELUM_API RMatrix ComputeCovariance(const RMatrix& x);
@@ -37,16 +39,22 @@ namespace vlm {
 
 /// Returns the rank of each element in ascending order, counted from 1; equal ones share the mean
 /// of their ranks. NaN is above all, each with a rank of its own, in their order.
+///
+/// *Cost:* n log n.
 [[nodiscard]] VELUM_API RVector ComputeTiedRank(const RVector& v);
 /// Returns the rank of each element within its column.
 [[nodiscard]] VELUM_API RMatrix ComputeTiedRank(const RMatrix& x);
 /// Returns the correlations of the columns' ranks: Spearman's rho, with ties.
+///
+/// *Source:* C. Spearman, The Proof and Measurement of Association between Two Things (1904).
 [[nodiscard]] VELUM_API RMatrix ComputeRankCorrelation(const RMatrix& x);
 
 /// Returns the principal components of a covariance matrix: their directions in columns, as
 /// CyclicJacobi of Eigenvectors.h leaves them, and their variances in a last column.
 ///
 /// - CyclicJacobi fails: zeros.
+///
+/// *Cost:* that of CyclicJacobi.
 [[nodiscard]] VELUM_API RMatrix ComputePrincipalComponents(const RMatrix& covariance);
 
 /// What can be said of several variables.
