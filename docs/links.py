@@ -20,7 +20,7 @@ class Page(html.parser.HTMLParser):
 
     def handle_starttag(self, tag, attributes):
         for name, value in attributes:
-            if name in ("href", "src") and value:
+            if name in ("href", "src", "data") and value:
                 self.links.append(value)
             elif name == "id" or (tag == "a" and name == "name"):
                 self.places.add(value)
