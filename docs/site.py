@@ -117,7 +117,7 @@ def write_reference():
 
 
 def write_layout():
-    """Doxygen's own layout with the menu of docs/menu.xml."""
+    """Doxygen's own layout with the menu of docs/menu.xml, and what a class or a header is for above its members."""
     subprocess.run(["doxygen", "-l", folder / "layout.xml"], check=True, stdout=subprocess.DEVNULL)
     menu = (tree / "docs/menu.xml").read_text(encoding="utf-8")
     layout = (folder / "layout.xml").read_text(encoding="utf-8")
@@ -125,7 +125,9 @@ def write_layout():
         name = re.match(r"# .* \{#(.*)\}", page.read_text(encoding="utf-8"))[1]
         if page.name != "README.md" and f'"@ref {name}"' not in menu:
             faults.append(f"docs/menu.xml leaves out {name}")
-    write("layout.xml", re.sub(r"<navindex>.*</navindex>", lambda _: menu, layout, flags=re.S))
+    layout = re.sub(r"<navindex>.*</navindex>", lambda _: menu, layout, flags=re.S)
+    layout = re.sub(r' *<detaileddescription title=""/>\n', "", layout)
+    write("layout.xml", layout.replace('<briefdescription visible="yes"/>', '<detaileddescription title="About"/>'))
 
 
 folder.mkdir(parents=True, exist_ok=True)
