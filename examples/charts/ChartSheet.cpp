@@ -8,11 +8,11 @@ namespace {
 constexpr int kMargin = 16;
 constexpr int kChartWidth = 440;
 constexpr int kChartHeight = 330;
-constexpr int kSmallWidth = 240;
-constexpr int kSmallHeight = 180;
+constexpr int kSmallWidth = 264;
+constexpr int kSmallHeight = 210;
 constexpr int kWidth = 3 * kMargin + 2 * kChartWidth;
 constexpr int kBoxWidth = kWidth - 4 * kMargin - 2 * kSmallWidth;
-constexpr int kBoxHeight = 48;
+constexpr int kBoxHeight = 36;
 constexpr int kHeight = 3 * kMargin + kChartHeight + kSmallHeight;
 
 }  // namespace
