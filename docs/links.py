@@ -1,7 +1,7 @@
-"""Checks every link between the pages of a site: links.py FOLDER
+"""Checks the pages of a site: links.py FOLDER
 
-Tells each link to a file that is not there, or to a place that its page does not have, and fails if there is one. Links to other
-hosts are not followed.
+Tells each link to a file that is not there, or to a place that its page does not have, and each text with a mark of code that was
+not read as one; fails if there is any. Links to other hosts are not followed.
 """
 import html.parser
 import pathlib
@@ -9,21 +9,33 @@ import re
 import sys
 import urllib.parse
 
+CODE = ("code", "pre", "script", "style")  # and a line of a program, which is a div
 root = pathlib.Path(sys.argv[1]).resolve()
 
 
 class Page(html.parser.HTMLParser):
     def __init__(self, path):
         super().__init__()
-        self.links, self.places = [], set()
+        self.links, self.places, self.marks = [], set(), []
+        self.holds_code = []
         self.feed(path.read_text(encoding="utf-8"))
 
     def handle_starttag(self, tag, attributes):
+        if tag in ("div", *CODE):
+            self.holds_code.append(tag in CODE or ("class", "line") in attributes)
         for name, value in attributes:
             if name in ("href", "src", "data") and value:
                 self.links.append(value)
             elif name == "id" or (tag == "a" and name == "name"):
                 self.places.add(value)
+
+    def handle_endtag(self, tag):
+        if tag in ("div", *CODE):
+            self.holds_code.pop()
+
+    def handle_data(self, data):
+        if not any(self.holds_code) and "`" in data:
+            self.marks.append(data.strip())
 
 
 pages = {path: Page(path) for path in sorted(root.rglob("*.html"))}
@@ -32,7 +44,7 @@ links = [(path, link) for path, page in pages.items() for link in page.links]
 for path in root.glob("menudata.js"):
     links += [(path, link) for link in re.findall(r'url:"([^"]*)"', path.read_text(encoding="utf-8"))]
 
-faults = set()
+faults = {f"{path.relative_to(root)}: '{mark}'" for path, page in pages.items() for mark in page.marks}
 checked = 0
 for path, link in links:
     parts = urllib.parse.urlsplit(link)

@@ -61,6 +61,8 @@ def site_text(text, page):
     """A page with its links turned, but for its programs."""
     parts = re.split(r"(^```.*?^```|^    .*?$)", text, flags=re.M | re.S)
     for i in range(0, len(parts), 2):
+        # A quote within code would end it.
+        parts[i] = re.sub(r"`([^`\n]+)`", lambda m: f"`{m[0]}`" if "'" in m[1] else m[0], parts[i])
         parts[i] = re.sub(r"\[((?:[^][]|\[[^][]*\])*)\]\(([^) ]+)\)", lambda m: link(m[1], m[2], page), parts[i])
     return "".join(parts)
 

@@ -59,7 +59,7 @@ class VELUM_API GString {
   GString(const std::string& text) : text_(Checked(text)) {}
   /// Takes over the text of a standard string.
   GString(std::string&& text) : text_(std::move(Checked(text))) {}
-  /// `count` copies of `c`: `GString(3, 'x')` is "xxx".
+  /// `count` copies of `c`: ``GString(3, 'x')`` is "xxx".
   GString(unsigned int count, char c) : text_(Room(count), c) {}
   /// The bytes of `text` up to its terminator; `text` is not null.
   GString(const char* text) : text_(text, Room(std::char_traits<char>::length(text))) {}

@@ -20,7 +20,7 @@
 /// - `[Name]` begins a section, up to the next such line; what stands behind the bracket counts for
 ///   nothing, and a bracket that is missing is taken to stand at the end of the line.
 /// - A line with `=` is an entry: what stands before the first one is the key, the rest the value.
-///   Of a pair of `"` or `'` around a value the inside counts.
+///   Of a pair of ``"`` or ``'`` around a value the inside counts.
 /// - `;` and `#` at the begin of a line make it a comment. Any other line means nothing.
 /// - Names are the same if they differ in the case of ASCII letters only. The first section of a
 ///   name counts, and in it the first entry of a key.
