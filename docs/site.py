@@ -51,6 +51,12 @@ def link(text, target, page):
     return text
 
 
+def code(match):
+    """Code within a line as Doxygen reads it: a quote would end it, and a % before a word vanish."""
+    text = re.sub(r"%(?=[A-Za-z])", "%%", match[0])
+    return f"`{text}`" if "'" in text else text
+
+
 def example_page(path):
     """The name that Doxygen gives the page of an example's source."""
     escaped = str(path).replace("_", "__").replace("/", "_2").replace(".", "_8")
@@ -61,8 +67,7 @@ def site_text(text, page):
     """A page with its links turned, but for its programs."""
     parts = re.split(r"(^```.*?^```|^    .*?$)", text, flags=re.M | re.S)
     for i in range(0, len(parts), 2):
-        # A quote within code would end it.
-        parts[i] = re.sub(r"`([^`\n]+)`", lambda m: f"`{m[0]}`" if "'" in m[1] else m[0], parts[i])
+        parts[i] = re.sub(r"`([^`\n]+)`", code, parts[i])
         parts[i] = re.sub(r"\[((?:[^][]|\[[^][]*\])*)\]\(([^) ]+)\)", lambda m: link(m[1], m[2], page), parts[i])
     return "".join(parts)
 
