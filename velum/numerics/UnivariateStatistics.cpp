@@ -1,6 +1,7 @@
 #include <velum/numerics/UnivariateStatistics.h>
 
 #include <velum/numerics/detail/RankPartition.h>
+#include <velum/numerics/detail/SortValues.h>
 #include <velum/numerics/detail/Statistics.h>
 
 #include <boost/numeric/conversion/cast.hpp>
@@ -104,7 +105,7 @@ Values Between(Values values, std::size_t from, std::size_t to) {
 
 void OrderAtRanks(std::span<double> values, const Ranks& at) {
   if (values.size() <= kMostPairwise) {
-    std::sort(values.begin(), values.end());  // the mean difference needs it in any case
+    detail::SortValues(values);  // the mean difference needs it in any case
     return;
   }
   const std::size_t ranks[] = {at.p01,     at.p05, at.p10, at.p25, at.p50,

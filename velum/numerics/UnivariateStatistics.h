@@ -95,7 +95,7 @@ class VELUM_API CUnivariateStatistics {
 ///
 /// *Errors:* `boost::numeric::positive_overflow`, "bad numeric conversion: positive overflow", for
 /// 11 values or more, an infinite one among them, which have no bins; all statistics stand by then.
-/// `std::bad_alloc` without memory for a copy of the sample.
+/// `std::bad_alloc` without memory for two copies of the sample.
 ///
 /// *Cost:* 25,000 values are sorted, for MeanDiff; beyond that O(n), some 10 passes.
 VELUM_API void Load(CUnivariateStatistics& stats, std::vector<double>::iterator first,

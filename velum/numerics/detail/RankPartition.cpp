@@ -39,12 +39,28 @@ class Buckets {
   // Whether there is a width to speak of.
   [[nodiscard]] bool Usable() const noexcept { return perUnit_ > 0 && std::isfinite(perUnit_); }
 
-  [[nodiscard]] std::size_t Of(double value) const noexcept {
-    const double place = (value - low_) * perUnit_;
-    return static_cast<std::size_t>(std::max(0.0, std::min(place, double{kCount - 1})));
+  /// Calls `use(value, bucket)` for each value, in their order. The values before the current one
+  /// may change meanwhile.
+  template <class Use>
+  void ForEach(std::span<const double> values, Use use) const {
+    // The buckets of a whole block first, since the processor has several of them at a time.
+    constexpr std::size_t kBlock = 32;
+    std::array<std::int32_t, kBlock> buckets;
+    const double* at = values.data();
+    const double* const end = at + values.size();
+    for (; end - at >= std::ptrdiff_t{kBlock}; at += kBlock) {
+      for (std::size_t i = 0; i < kBlock; ++i) buckets[i] = Of(at[i]);
+      for (std::size_t i = 0; i < kBlock; ++i) use(at[i], static_cast<std::size_t>(buckets[i]));
+    }
+    for (; at != end; ++at) use(*at, static_cast<std::size_t>(Of(*at)));
   }
 
  private:
+  [[nodiscard]] std::int32_t Of(double value) const noexcept {
+    const double place = (value - low_) * perUnit_;
+    return static_cast<std::int32_t>(std::max(0.0, std::min(place, double{kCount - 1})));
+  }
+
   double low_;
   double perUnit_;
 };
@@ -74,9 +90,7 @@ void PartitionAtRanks(std::span<double> values, std::span<const std::size_t> ran
     return;
   }
   std::array<std::size_t, Buckets::kCount> sizes{};
-  for (const double value : values) {
-    ++sizes[buckets.Of(value)];
-  }
+  buckets.ForEach(values, [&](double, std::size_t bucket) { ++sizes[bucket]; });
 
   // A bucket with a rank in it is a region of its own; those between two such are one together.
   std::array<std::uint8_t, Buckets::kCount> regionOf;
@@ -96,15 +110,33 @@ void PartitionAtRanks(std::span<double> values, std::span<const std::size_t> ran
     end += sizes[b];
   }
 
-  const auto parted = std::unique_ptr<double[]>(new double[count]);
+  begins.push_back(count);
+
+  // The lower regions stay within the values, the others move out and come back each to its place.
+  const auto middle = std::lower_bound(begins.begin() + 1, begins.end() - 1, count / 2);
+  const auto firstUpper = static_cast<std::uint8_t>(middle - begins.begin());
+  const std::size_t lower = *middle;
+  const auto moved = std::unique_ptr<double[]>(new double[std::max(lower, count - lower) + 1]);
+  std::size_t seen = 0;
+  std::size_t stayed = 0;
+  buckets.ForEach(values, [&](double value, std::size_t bucket) {
+    values[stayed] = value;
+    moved[seen - stayed] = value;
+    ++seen;
+    stayed += static_cast<std::size_t>(regionOf[bucket] < firstUpper);
+  });
   std::vector<std::size_t> ends = begins;
-  for (const double value : values) {
-    parted[ends[regionOf[buckets.Of(value)]]++] = value;
+  const auto bringBack = [&](std::size_t size) {
+    buckets.ForEach({moved.get(), size}, [&](double value, std::size_t bucket) {
+      values[ends[regionOf[bucket]]++] = value;
+    });
+  };
+  bringBack(count - lower);
+  std::copy_n(values.begin(), lower, moved.get());
+  bringBack(lower);
+  for (std::size_t region = 0; region + 1 < begins.size(); ++region) {
+    SelectWithin(values.data(), begins[region], begins[region + 1], ranks);
   }
-  for (std::size_t region = 0; region < begins.size(); ++region) {
-    SelectWithin(parted.get(), begins[region], ends[region], ranks);
-  }
-  std::copy_n(parted.get(), count, values.begin());
 }
 
 double MeanDistanceAtRanks(std::span<const double> values, double centre, std::size_t rank,

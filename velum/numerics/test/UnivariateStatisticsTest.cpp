@@ -234,12 +234,12 @@ void ExpectOrderStatistics(const Sample& sample) {
 TEST(UnivariateStatistics, OrderStatisticsAreThoseOfASort) {
   std::mt19937_64 random(4);
   std::normal_distribution<double> normal;
-  for (const std::size_t n : {1u, 2u, 3u, 99u, 100u, 101u, 25001u, 30000u, 100001u}) {
+  for (const std::size_t n : {1u, 2u, 3u, 99u, 100u, 2047u, 2048u, 25001u, 30000u, 100001u}) {
     ExpectOrderStatistics(Generated(n, [](double u) { return u; }));
     ExpectOrderStatistics(Generated(n, [](double u) { return std::floor(u * 5); }));
     ExpectOrderStatistics(Generated(n, [](double u) { return u < 0.999 ? 1 : u; }));
     ExpectOrderStatistics(Generated(n, [](double u) { return u < 0.5 ? u : 1e300 * u; }));
-    ExpectOrderStatistics(Generated(n, [](double u) { return u < 0.1 ? -INFINITY : u; }));
+    ExpectOrderStatistics(Generated(n, [](double u) { return u < 0.1 ? -INFINITY : u - 0.5; }));
     ExpectOrderStatistics(Generated(n, [&](double) { return std::exp(60 * normal(random)); }));
     ExpectOrderStatistics(Generated(n, [i = 0.0](double) mutable { return ++i; }));
   }
