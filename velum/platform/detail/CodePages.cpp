@@ -1,11 +1,14 @@
-#include <velum/platform/detail/CodePageNames.h>
 #include <velum/platform/detail/CodePages.h>
+
+#include <velum/platform/detail/AsciiBlocks.h>
+#include <velum/platform/detail/CodePageNames.h>
 #include <velum/platform/detail/Utf8.h>
 
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_cb.h>
 
 #include <algorithm>
+#include <bit>
 #include <map>
 #include <memory>
 #include <utility>
@@ -40,6 +43,7 @@ struct Converter {
   std::unique_ptr<UConverter, Closer> handle;
   bool rotatesControls = false;
   std::vector<wchar_t> characters{};  ///< what each byte is, if all characters are single bytes
+  bool keepsAscii = false;            ///< of these, whether ASCII is what it is everywhere
 };
 
 // ICU's tables of the DOS pages read the bytes 1A, 1C and 7F as U+001C, U+007F and U+001A, after a
@@ -94,6 +98,33 @@ std::vector<wchar_t> SingleBytes(const Converter& converter) {
   return characters;
 }
 
+bool KeepsAscii(const std::vector<wchar_t>& characters) {
+  constexpr std::size_t kAscii = 0x80;
+  if (characters.size() < kAscii) return false;
+  for (std::size_t i = 0; i < kAscii; ++i) {
+    if (characters[i] != static_cast<wchar_t>(i)) return false;
+  }
+  return true;
+}
+
+/// Looks every byte up; of a block, only what is not ASCII.
+void DecodeSingleBytes(const Converter& converter, std::string_view text, wchar_t* out) {
+  const wchar_t* const characters = converter.characters.data();
+  const auto decode = [&](std::size_t i) {
+    out[i] = characters[static_cast<unsigned char>(text[i])];
+  };
+  std::size_t at = 0;
+  if (converter.keepsAscii) {
+    for (; text.size() - at >= kAsciiBlock; at += kAsciiBlock) {
+      WidenBlock(text.data() + at, out + at);
+      for (unsigned int others = NotAscii(text.data() + at); others != 0; others &= others - 1) {
+        decode(at + static_cast<std::size_t>(std::countr_zero(others)));
+      }
+    }
+  }
+  for (; at < text.size(); ++at) decode(at);
+}
+
 Converter Open(unsigned int codePage) {
   const char* const name = CodePageName(codePage);
   if (!name) return {};
@@ -108,6 +139,7 @@ Converter Open(unsigned int codePage) {
   ucnv_toUChars(handle, probe, 4, "\x1A", 1, &status);
   converter.rotatesControls = probe[0] == 0x1C;
   converter.characters = SingleBytes(converter);
+  converter.keepsAscii = KeepsAscii(converter.characters);
   return converter;
 }
 
@@ -161,11 +193,7 @@ std::size_t NarrowToWide(std::string_view text, unsigned int codePage, wchar_t* 
   const Converter* const converter = text.empty() ? nullptr : FindConverter(codePage);
   if (!converter) return 0;
   if (converter->characters.empty()) return DecodeWithIcu(*converter, text, out);
-  if (out) {
-    std::transform(text.begin(), text.end(), out, [&](char byte) {
-      return converter->characters[static_cast<unsigned char>(byte)];
-    });
-  }
+  if (out) DecodeSingleBytes(*converter, text, out);
   return text.size();
 }
 
@@ -180,6 +208,11 @@ void AppendWide(std::string_view text, unsigned int codePage, std::wstring& out)
     return;
   }
   const std::size_t at = out.size();
+  if (converter) {
+    out.resize(at + text.size());
+    DecodeSingleBytes(*converter, text, out.data() + at);
+    return;
+  }
   out.resize(at + NarrowToWide(text, codePage, nullptr));
   NarrowToWide(text, codePage, out.data() + at);
 }

@@ -1,5 +1,7 @@
 #include <velum/platform/detail/Utf8.h>
 
+#include <velum/platform/detail/AsciiBlocks.h>
+
 #include <emmintrin.h>
 
 #include <bit>
@@ -10,36 +12,15 @@ namespace vlm::platform {
 
 namespace {
 
-static_assert(sizeof(wchar_t) == 4);
-
-/// Texts are looked at in blocks of this many elements, since most blocks are plain ASCII.
-constexpr std::ptrdiff_t kBlock = 16;
-
 __m128i Load(const void* at) noexcept { return _mm_loadu_si128(static_cast<const __m128i*>(at)); }
 
 void Store(void* at, __m128i lanes) noexcept { _mm_storeu_si128(static_cast<__m128i*>(at), lanes); }
-
-/// Which of 16 bytes are not ASCII.
-unsigned int NotAscii(const char* block) noexcept {
-  return static_cast<unsigned int>(_mm_movemask_epi8(Load(block)));
-}
 
 bool IsAscii(const wchar_t* block) noexcept {
   const __m128i all = _mm_or_si128(_mm_or_si128(Load(block), Load(block + 4)),
                                    _mm_or_si128(Load(block + 8), Load(block + 12)));
   const __m128i upper = _mm_and_si128(all, _mm_set1_epi32(~0x7F));
   return _mm_movemask_epi8(_mm_cmpeq_epi32(upper, _mm_setzero_si128())) == 0xFFFF;
-}
-
-void CopyAscii(const char* block, wchar_t* out) noexcept {
-  const __m128i zero = _mm_setzero_si128();
-  const __m128i bytes = Load(block);
-  const __m128i low = _mm_unpacklo_epi8(bytes, zero);
-  const __m128i high = _mm_unpackhi_epi8(bytes, zero);
-  Store(out, _mm_unpacklo_epi16(low, zero));
-  Store(out + 4, _mm_unpackhi_epi16(low, zero));
-  Store(out + 8, _mm_unpacklo_epi16(high, zero));
-  Store(out + 12, _mm_unpackhi_epi16(high, zero));
 }
 
 void CopyAscii(const wchar_t* block, char* out) noexcept {
@@ -79,6 +60,8 @@ bool CopyFour(const wchar_t* at, char* out) noexcept {
   return true;
 }
 
+constexpr std::ptrdiff_t kBlock = kAsciiBlock;
+
 constexpr std::size_t Count(char32_t code, const wchar_t*) noexcept {
   return code > 0xFFFF ? 2 : 1;
 }
@@ -116,7 +99,7 @@ std::size_t Convert(const char* at, const char* end, wchar_t* out) noexcept {
   while (end - at >= kBlock) {
     const unsigned int others = NotAscii(at);
     if (others == 0) {
-      CopyAscii(at, to);
+      WidenBlock(at, to);
       at += kBlock;
       to += kBlock;
       continue;

@@ -125,6 +125,18 @@ TEST(CodePages, LongTextsGoThroughInOnePiece) {
   }
 }
 
+TEST(CodePages, OfSingleBytesReadEachByteTheSameInATextOfAnyLength) {
+  for (const unsigned int codePage : {37u, 437u, 1252u, 20127u, 20866u}) {
+    std::string bytes;
+    std::wstring characters;
+    for (int i = 0; i < 300; ++i) {
+      bytes += static_cast<char>(i * 37 % 256);  // ASCII and others by turns
+      characters += Wide(bytes.substr(bytes.size() - 1), codePage);
+      EXPECT_EQ(Wide(bytes, codePage), characters) << codePage << ", " << i;
+    }
+  }
+}
+
 TEST(CodePages, KeepNoStateBetweenCallsAndThreads) {
   EXPECT_EQ(Wide("\x1B$B", 50220), L"") << "left in another character set";
   EXPECT_EQ(Wide("a", 50220), L"a");
