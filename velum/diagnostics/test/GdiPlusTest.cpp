@@ -512,8 +512,8 @@ TEST(Bitmap, AFileHoldsEveryPixel) {
   std::uint32_t noise = 1;
   for (std::size_t i = 0; i < 300 * 200; ++i) {
     noise = noise * 1664525 + 1013904223;
-    // Half the pixels are opaque, and a few are no valid colours at their alpha.
-    const std::uint32_t pixel = i % 2 ? noise | 0xFF000000 : noise >> 8 & 0x7F7F7F7F;
+    // Half the pixels are opaque, in runs, and a few are no valid colours at their alpha.
+    const std::uint32_t pixel = i / 20 % 2 ? noise | 0xFF000000 : noise >> 8 & 0x7F7F7F7F;
     const std::uint32_t alpha = pixel >> 24;
     const auto part = [&](int shift) { return std::min(pixel >> shift & 0xFF, alpha) << shift; };
     const std::uint32_t valid = alpha << 24 | part(16) | part(8) | part(0);
