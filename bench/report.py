@@ -180,7 +180,7 @@ def page(results, data):
               "A figure without a unit is the ratio of Velum's time to the peer's, or how often the time of ten times the input "
               "holds that of the input.", ""]
     lines += table(["goal", "at most", "found", ""], [cells for _, cells in judged])
-    behind = [f"- {goal.data['what']}: {goal.data['why']}" for goal, cells in judged
+    behind = [f"- {goal.data['what']}: {' '.join(goal.data['why'].split())}" for goal, cells in judged
               if cells[3] not in ("met", "not run") and "why" in goal.data]
     if behind:
         lines += ["", "What stops those that are behind:", "", *behind]
