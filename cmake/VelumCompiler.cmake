@@ -30,6 +30,13 @@ if(VELUM_STRICT)
   endif()
 endif()
 
+if(VELUM_COVERAGE)
+  # The counters lie in mapped files, so that those of a process count however it ends.
+  add_compile_options(-fcoverage-mapping "SHELL:-mllvm -runtime-counter-relocation"
+    "-fprofile-instr-generate=${PROJECT_BINARY_DIR}/counts/%c%m.profraw")
+  add_link_options(-fprofile-instr-generate)
+endif()
+
 if(VELUM_SANITIZE)
   add_compile_options(-fsanitize=${VELUM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VELUM_SANITIZE})

@@ -285,6 +285,54 @@ TEST(FontCatalog, FaceNamesEndBeforeACharacterThatDoesNotFit) {
   EXPECT_EQ(FaceNameBytes(std::string(40, '\x80')), 31u) << "no UTF-8";
 }
 
+TEST(FontTables, WeightFamilyAndCharacterSetAreThoseOfTheDigitsOrElseOfTheClass) {
+  const struct {
+    const char* why;
+    unsigned int weight, panose, proportion, isFixed, familyClass, codePages;
+    int tmWeight, tmPitchAndFamily, tmCharSet;
+  } rows[] = {
+      // The digits are kind and serifs.
+      {"nothing is told", 0, 0x0000, 0, 0, 0, 0x00000000, 400, 0x07, 0},
+      {"text with serifs", 1, 0x0202, 0, 0, 8, 0x00000001, 100, 0x17, 0},
+      {"text with the last of the serifs", 9, 0x020A, 0, 0, 8, 0x00000002, 900, 0x17, 238},
+      {"text without serifs", 10, 0x020B, 0, 0, 1, 0x00000014, 10, 0x27, 204},
+      {"text of one width", 1000, 0x020B, 9, 0, 8, 0x00000008, 1000, 0x36, 161},
+      {"text in a file of one width", 1001, 0x0202, 0, 1, 8, 0x00000010, 1000, 0x36, 162},
+      {"one width alone", 400, 0x0000, 0, 1, 8, 0x00000020, 400, 0x36, 177},
+      {"handwriting", 400, 0x0300, 0, 0, 8, 0x00000040, 400, 0x47, 178},
+      {"ornament", 400, 0x0400, 0, 0, 8, 0x00000080, 400, 0x57, 186},
+      {"signs", 400, 0x0500, 0, 0, 8, 0x00000100, 400, 0x57, 163},
+      {"text of unknown serifs: the class", 400, 0x0201, 0, 0, 8, 0x00010000, 400, 0x27, 222},
+      {"class 1, oldstyle serifs", 400, 0x0000, 0, 0, 1, 0x00020000, 400, 0x17, 128},
+      {"class 5, slab serifs", 400, 0x0000, 0, 0, 5, 0x00040000, 400, 0x17, 134},
+      {"class 6 is none", 400, 0x0000, 0, 0, 6, 0x00080000, 400, 0x07, 129},
+      {"class 7, freeform serifs", 400, 0x0000, 0, 0, 7, 0x00100000, 400, 0x17, 136},
+      {"class 9, ornamentals", 400, 0x0000, 0, 0, 9, 0x00200000, 400, 0x57, 130},
+      {"class 10, scripts", 400, 0x0000, 0, 0, 10, 0x80000000, 400, 0x47, 0},
+      {"class 12, symbols", 400, 0x0000, 0, 0, 12, 0x00200002, 400, 0x57, 238},
+  };
+  const testing::TemporaryFolder folder;
+  const std::string path = folder.Path("font.ttf");
+  FontFile font = FontFile::Read(kSans);
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.why);
+    font.Put16("OS/2", 4, row.weight);
+    font.Put16("OS/2", 30, row.familyClass << 8);
+    font.Put16("OS/2", 32, row.panose);
+    font.Put16("OS/2", 34, row.proportion);  // behind the digit of the weight
+    font.Put16("OS/2", 78, row.codePages >> 16);
+    font.Put16("OS/2", 80, row.codePages & 0xFFFF);
+    font.Put16("post", 14, row.isFixed);
+    std::ofstream(path, std::ios::binary) << font.Bytes();
+    OUTLINETEXTMETRICA record{};
+    std::string problem;
+    ASSERT_EQ(ReadFontTables(path, 0, record, problem), FontTables::kGood) << problem;
+    EXPECT_EQ(record.otmTextMetrics.tmWeight, row.tmWeight);
+    EXPECT_EQ(record.otmTextMetrics.tmPitchAndFamily, row.tmPitchAndFamily);
+    EXPECT_EQ(record.otmTextMetrics.tmCharSet, row.tmCharSet);
+  }
+}
+
 TEST(OutlineFont, NoDamageToTablesIsMoreThanAFaceThatCantBeRead) {
   const FontFile good = FontFile::Read(kMono);
   const testing::TemporaryFolder folder;
