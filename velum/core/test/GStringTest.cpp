@@ -78,7 +78,13 @@ TEST(GString, StandsInTernariesContainersAndLoops) {
 
   GString text("abc");
   for (char& c : text) ++c;
-  EXPECT_EQ(std::string(text.rbegin(), text.rend()), "dcb");
+  const GString& constant = text;
+  for (const std::string& backward :
+       {std::string(text.rbegin(), text.rend()), std::string(constant.rbegin(), constant.rend())}) {
+    EXPECT_EQ(backward, "dcb");
+  }
+  EXPECT_EQ(std::string(text.cbegin(), text.cend()), "bcd");
+  EXPECT_EQ(text.length(), 3u);
   std::ostringstream stream;
   stream << text << 1;
   EXPECT_EQ(stream.str(), "bcd1");
@@ -173,6 +179,13 @@ TEST(GString, ForwardsToTheFreeFunctions) {
   GString text(" AbC ");
   EXPECT_EQ(&text.Trim(), &text);
   EXPECT_EQ(text.ToLower() + text.ToUpper(), "abcABC");
+  GString padded("  b \t");
+  EXPECT_EQ(&padded.TrimLeft(), &padded);
+  EXPECT_EQ(padded, "b \t");
+  EXPECT_EQ(&padded.TrimRight(), &padded);
+  EXPECT_EQ(padded, "b");
+  padded.MakeUpper();
+  EXPECT_EQ(padded, "B");
   text.MakeLower();
   EXPECT_TRUE(text.WildCmp("A?c", false));
   EXPECT_FALSE(text.WildCmp("A?c", true));

@@ -12,7 +12,8 @@
 namespace vlm {
 namespace {
 
-bool FormatThroughList(std::string* target, bool append, const char* format, ...) {
+template <class Char>
+bool FormatThroughList(std::basic_string<Char>* target, bool append, const Char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
   const bool done = append ? AppendFormatStringVA(*target, format, arguments)
@@ -30,6 +31,11 @@ TEST(FormatString, ReplacesAppendsOrGives) {
   EXPECT_TRUE(FormatThroughList(&text, false, "%s", text.c_str() + 2)) << "its own text";
   EXPECT_TRUE(FormatThroughList(&text, true, "!"));
   EXPECT_EQ(text, "wells = 2.35%!");
+  std::wstring wide(L"old");
+  EXPECT_TRUE(FormatThroughList(&wide, false, L"%d %s", 5, L"wells"));
+  EXPECT_TRUE(FormatThroughList(&wide, true, L" %c", '='));
+  EXPECT_TRUE(AppendFormatString(wide, L"%5.2f%%", 2.345));
+  EXPECT_EQ(wide, L"5 wells = 2.35%");
   EXPECT_EQ(ToString("%03d", 7), "007");
   EXPECT_EQ(ToString(L"%03d", 7), L"007");
   EXPECT_EQ(ToString(""), "");
@@ -71,6 +77,7 @@ TEST(FormatString, RefusalLeavesTheTargetAsItWas) {
   EXPECT_FALSE(AppendFormatString(text, "%s", tooLong.c_str()));
   EXPECT_FALSE(FormatString(wide, L"%s", tooLongWide.c_str()));
   EXPECT_FALSE(FormatString(wide, tooLongWide.c_str()));
+  EXPECT_FALSE(AppendFormatString(wide, L"%s", tooLongWide.c_str()));
   EXPECT_FALSE(FormatString(text, static_cast<const char*>(nullptr)));
   EXPECT_FALSE(FormatString(wide, static_cast<const wchar_t*>(nullptr)));
   EXPECT_FALSE(FormatString(text, "a%n", &written));

@@ -87,6 +87,12 @@ TEST(Graphics, StraightStrokesPaintWholePixels) {
       {"a filled rectangle has its size",
        [](Graphics& g) { g.FillRectangle(&kInk, 1, 1, 3, 2); },
        {"......", ".###..", ".###..", "......"}},
+      {"rectangles of one record are those of four numbers",
+       [](Graphics& g) {
+         g.FillRectangle(&kInk, Rect(0, 0, 2, 2));
+         g.DrawRectangle(&kBlack, Rect(3, 1, 2, 2));
+       },
+       {"##....", "##.###", "...#.#", "...###"}},
       {"an outline reaches one further",
        [](Graphics& g) { g.DrawRectangle(&kBlack, 1, 1, 3, 2); },
        {"......", ".####.", ".#..#.", ".####."}},
@@ -168,7 +174,7 @@ TEST(Graphics, WhatIsFarAwayLeavesTheContextWhole) {
 TEST(Graphics, EllipsesAreCentredOnTheirPixel) {
   for (const INT radius : {1, 2, 5}) {
     const std::vector<std::string> disc = Drawn(13, 13, [&](Graphics& g) {
-      g.FillEllipse(&kInk, 6 - radius, 6 - radius, 2 * radius, 2 * radius);
+      g.FillEllipse(&kInk, Rect(6 - radius, 6 - radius, 2 * radius, 2 * radius));
       g.DrawEllipse(&kBlack, Rect(6 - radius, 6 - radius, 2 * radius, 2 * radius));
     });
     for (std::size_t i = 0; i < 13; ++i) {

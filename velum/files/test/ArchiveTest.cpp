@@ -110,6 +110,23 @@ TEST(Archive, ValuesHaveFixedFormsInTheStream) {
             }));
 }
 
+TEST(Archive, BytesGoAsTheyAre) {
+  Bytes bytes{1, 0, 0xFF};
+  const Bytes stored = Stored([&](Archive& archive) {
+    archive.Transfer(static_cast<void*>(bytes.data()), 3u);
+    archive.Transfer(static_cast<void*>(nullptr), 0u);
+  });
+  EXPECT_EQ(stored, bytes);
+  Bytes back(4, 9);
+  const auto load = [&](Archive& archive) {
+    archive.Transfer(static_cast<void*>(back.data()), 3u);
+    archive.Transfer(static_cast<void*>(nullptr), 0u);
+  };
+  EXPECT_EQ(ErrorOf(stored, load), -1);
+  EXPECT_EQ(back, (Bytes{1, 0, 0xFF, 9}));
+  EXPECT_EQ(ErrorOf(Bytes{1, 2}, load), ERR_READ);
+}
+
 TEST(Archive, ValuesComeBack) {
   const Mat4d matrix(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16);
   EXPECT_EQ(Loaded<Mat4d>(StoredValue(matrix)), matrix);
@@ -154,8 +171,17 @@ TEST(Archive, TextsWithALimitNeedRoomForTheirTerminator) {
   EXPECT_EQ(ErrorOf(two, [&wide](Archive& archive) { archive.Transfer(wide, 2u); }), ERR_CUSTOM);
   EXPECT_EQ(ErrorOf(two, [&wide](Archive& archive) { archive.Transfer(wide, 3u); }), -1);
   EXPECT_STREQ(wide, L"\xE4x");
-  EXPECT_EQ(Stored([](Archive& archive) { archive.Transfer(static_cast<char*>(nullptr), 0u); }),
-            (Bytes{0, 0, 0, 0}));
+  const Bytes none = Stored([](Archive& archive) {
+    archive.Transfer(static_cast<char*>(nullptr), 0u);
+    archive.Transfer(static_cast<wchar_t*>(nullptr), 0u);
+  });
+  EXPECT_EQ(none, Bytes(8, 0));
+  EXPECT_EQ(
+      ErrorOf(three, [](Archive& archive) { archive.Transfer(static_cast<char*>(nullptr), 4u); }),
+      ERR_INTERNAL);
+  EXPECT_EQ(
+      ErrorOf(two, [](Archive& archive) { archive.Transfer(static_cast<wchar_t*>(nullptr), 3u); }),
+      ERR_INTERNAL);
 }
 
 TEST(Archive, ObjectsAndSyncRecordsHaveTheFormOfTheStream) {
