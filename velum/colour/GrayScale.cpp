@@ -4,6 +4,7 @@ namespace vlm {
 
 namespace {
 
+// UNREACHED_BEGIN: the compiler runs it.
 constexpr Color4b C(unsigned char gray) noexcept { return {gray, gray, gray, ALPHA_MAX}; }
 constexpr RGBQUAD Q(std::uint8_t gray) noexcept { return {gray, gray, gray, 0}; }
 
@@ -16,6 +17,7 @@ constexpr unsigned short W8(unsigned gray) noexcept {
 }
 constexpr unsigned long L4(unsigned long gray) noexcept { return gray * 0x11111111; }
 constexpr unsigned long L8(unsigned long gray) noexcept { return gray * 0x01010101; }
+// UNREACHED_END
 
 }  // namespace
 
