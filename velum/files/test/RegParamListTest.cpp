@@ -226,13 +226,17 @@ TEST_F(RegParamList, KilledProcessesKeepEveryCompletedWrite) {
       }
     }
     close(told[1]);
-    // Some are killed while they open the file, some after many writes.
-    usleep(static_cast<useconds_t>(random() % 10000));
+    // Some are killed while they open the file, some after many writes, however fast they are.
+    int i = 0;
+    for (auto left = random() % 6; left > 0; --left) {
+      if (read(told[0], &i, sizeof(i)) == sizeof(i)) written = i + 1;
+    }
+    usleep(static_cast<useconds_t>(random() % 5000));
     ::kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
-    for (int i = 0; read(told[0], &i, sizeof(i)) == sizeof(i);) written = i + 1;
+    while (read(told[0], &i, sizeof(i)) == sizeof(i)) written = i + 1;
     close(told[0]);
-    for (int i = std::max(0, written - 20); i < written; ++i) {
+    for (i = std::max(0, written - 20); i < written; ++i) {
       ASSERT_EQ(Stored("k" + std::to_string(i)), std::to_string(i)) << kill;
     }
   }
