@@ -1,7 +1,7 @@
 #pragma once
 
 /// \file
-/// How much a test over random input does in a build that watches itself.
+/// How much a test over random input does in a build that is slow.
 ///
 ///     for (int i = 0; i < Rounds(2000); ++i) { ... }
 
@@ -23,9 +23,17 @@ inline constexpr bool kIsSanitized = true;
 inline constexpr bool kIsSanitized = false;
 #endif
 
-/// How many rounds to do of `full`: all of them, or in a sanitized build a tenth, but one at least.
+#ifdef __OPTIMIZE__
+inline constexpr bool kIsOptimized = true;
+#else
+inline constexpr bool kIsOptimized = false;
+#endif
+
+/// How many rounds to do of `full`: all of them, or in a build that is sanitized or not optimized a
+/// tenth, but one at least.
 constexpr int Rounds(int full) {
-  return kIsSanitized && full > 10 ? full / 10 : kIsSanitized ? 1 : full;
+  const bool isSlow = kIsSanitized || !kIsOptimized;
+  return isSlow && full > 10 ? full / 10 : isSlow ? 1 : full;
 }
 
 }  // namespace vlm::testing

@@ -46,19 +46,21 @@ TEST(HtmlTags, AttributesWriteWhatIsNotEmptyInTheirOrder) {
   EXPECT_EQ(Written(id), R"( ID="x")");
   EXPECT_EQ(Written(kCore), kCoreText);
   EXPECT_EQ(Written(kRow), kRowText);
-  EXPECT_EQ(Written(ImageAttrib("i", "c", "s", "t", "sr", "al", "lo", "wi", "he", "us", "is")),
-            std::string(kCoreText) + R"( SRC="sr" ALT="al" LONGDESC="lo" WIDTH="wi" HEIGHT="he")"
-                                     R"( USEMAP="us" ISMAP="is")");
-  EXPECT_EQ(Written(ColAttrib("i", "c", "s", "t", "al", "ch", "co", "va", "2", "50%")),
-            kRowText + R"( SPAN="2" WIDTH="50%")");
-  CellAttrib cell("i", "c", "s", "t", "al", "ch", "co", "va", "2", "3", "h", "a", "row", "x");
-  EXPECT_EQ(Written(cell), kRowText + R"( ROWSPAN="2" COLSPAN="3" HEADERS="h" ABBR="a")"
-                                      R"( SCOPE="row" AXIS="x")");
-  EXPECT_EQ(Written(TableAttrib("i", "c", "s", "t", "su", "wi", "1", "box", "all", "2", "3")),
-            std::string(kCoreText) + R"( SUMMARY="su" WIDTH="wi" BORDER="1" FRAME="box")"
-                                     R"( RULES="all" CELLSPACING="2" CELLPADDING="3")");
-  cell.clear();
-  EXPECT_EQ(Written(cell), "");
+  const auto expect = [](auto attributes, const std::string& text) {
+    EXPECT_EQ(Written(attributes), text);
+    attributes.clear();
+    EXPECT_EQ(Written(attributes), "");
+  };
+  expect(ImageAttrib("i", "c", "s", "t", "sr", "al", "lo", "wi", "he", "us", "is"),
+         std::string(kCoreText) + R"( SRC="sr" ALT="al" LONGDESC="lo" WIDTH="wi" HEIGHT="he")"
+                                  R"( USEMAP="us" ISMAP="is")");
+  expect(ColAttrib("i", "c", "s", "t", "al", "ch", "co", "va", "2", "50%"),
+         kRowText + R"( SPAN="2" WIDTH="50%")");
+  expect(CellAttrib("i", "c", "s", "t", "al", "ch", "co", "va", "2", "3", "h", "a", "row", "x"),
+         kRowText + R"( ROWSPAN="2" COLSPAN="3" HEADERS="h" ABBR="a" SCOPE="row" AXIS="x")");
+  expect(TableAttrib("i", "c", "s", "t", "su", "wi", "1", "box", "all", "2", "3"),
+         std::string(kCoreText) + R"( SUMMARY="su" WIDTH="wi" BORDER="1" FRAME="box")"
+                                  R"( RULES="all" CELLSPACING="2" CELLPADDING="3")");
 }
 
 TEST(HtmlTags, EachWritesItselfToTheByte) {
@@ -89,14 +91,18 @@ TEST(HtmlTags, EachWritesItselfToTheByte) {
       {Written(Heading(1, "h")), "<H1>h</H1>\n"},
       {Written(Heading(12, "h", kCore)), "<H12" + core + ">h</H12>\n"},
       {Written(Anchor("u", "t", kCore)), "<A HREF=\"u\"" + core + ">t</A>\n"},
-      {Written(DLBeg()), "<DL>\n"},
+      {Written(DLBeg()) + Written(DLBeg(kCore)), "<DL>\n<DL" + core + ">\n"},
       {Written(OLBeg(kCore)), "<OL" + core + ">\n"},
-      {Written(ULBeg()), "<UL>\n"},
+      {Written(ULBeg()) + Written(ULBeg(kCore)), "<UL>\n<UL" + core + ">\n"},
       {Written(LIBeg(kCore)), "<LI" + core + ">\n"},
       {Written(DLEnd()) + Written(OLEnd()) + Written(ULEnd()) + Written(LIEnd()),
        "</DL>\n</OL>\n</UL>\n</LI>\n"},
       {Written(Caption("c", kCore)), "<CAPTION" + core + ">c</CAPTION>\n"},
       {Written(Col()) + Written(ColGroup()), "<COL>\n<COLGROUP>\n"},
+      {Written(ColGroup(ColAttrib("", "", "", "", "", "", "", "", "2", ""))),
+       "<COLGROUP SPAN=\"2\">\n"},
+      {Written(THeadBeg(kRow)) + Written(TFootBeg(kRow)),
+       "<THEAD" + kRowText + ">\n<TFOOT" + kRowText + ">\n"},
       {Written(TableBeg()), "<TABLE>\n"},
       {Written(TBodyBeg(kRow)) + Written(THeadBeg()) + Written(TFootBeg()) + Written(TRBeg(kRow)),
        "<TBODY" + kRowText + ">\n<THEAD>\n<TFOOT>\n<TR" + kRowText + ">\n"},

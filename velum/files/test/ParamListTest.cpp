@@ -21,10 +21,18 @@ TEST(ParamList, EveryTypeHasItsText) {
   list.Set("no", false);
   list.SetN("Item", 3, "three");
   list.SetN("Item", -1, 2.5);
+  list.Set("name", GString("a"));
+  list.SetN("Name", 0, GString("b"));
+  list.SetN("Name", 1, -7);
+  list.SetN("Name", 2, true);
   const std::map<GString, GString> expected = {{"Item-1", "2.5"},
                                                {"Item3", "three"},
+                                               {"Name0", "b"},
+                                               {"Name1", "-7"},
+                                               {"Name2", "1"},
                                                {"int", "-12"},
                                                {"large", "-1.0000000000000001E+300"},
+                                               {"name", "a"},
                                                {"no", "0"},
                                                {"null", ""},
                                                {"text", "true"},
@@ -34,6 +42,7 @@ TEST(ParamList, EveryTypeHasItsText) {
   EXPECT_EQ(list, expected);
   GString text = "kept";
   EXPECT_TRUE(list.Get("Item3", text) && text == "three");
+  EXPECT_TRUE(list.GetN("Name", 0, text) && text == "b");
   EXPECT_TRUE(list.Get("null", text) && text.empty()) << "an empty text is a value here";
   text = "kept";
   EXPECT_FALSE(list.Get("item3", text)) << "names differ in case";

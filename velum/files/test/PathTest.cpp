@@ -198,6 +198,8 @@ TEST(DeprecatedPath, PartsWithAndWithoutTheirMarks) {
   EXPECT_EQ(Old::GetDriveAndDirectory("c:\\a\\b", false), "c:\\a");
   EXPECT_EQ(Old::GetExtension("a."), ".");
   EXPECT_EQ(Old::GetName(nullptr), "");
+  EXPECT_TRUE(CPath::HasExtension("a.b\\c.d") && !CPath::HasExtension("a.b\\c"));
+  EXPECT_EQ(CPath::ChangeExtension("a.b\\c.d", "e"), Old::ChangeExtension("a.b\\c.d", "e"));
   const std::string fits(255, 'a'), tooLong(256, 'a');
   EXPECT_EQ(CPath(fits).GetName(), fits);
   EXPECT_EQ(CPath(tooLong + ".x").GetName(), "");

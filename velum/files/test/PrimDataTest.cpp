@@ -98,6 +98,31 @@ TEST(CPrimData, AssignmentKeepsTheTypeAndConverts) {
   EXPECT_TRUE(bytes[0] == 200 && bytes[1] == 1);
 }
 
+template <class Value>
+void ExpectToComeBack(Value value, Value cutOfMinusOne) {
+  CPrimData data = 0.5;
+  data = value;
+  EXPECT_EQ(data.GetType(), PrimDouble);
+  EXPECT_EQ(static_cast<double>(data), static_cast<double>(value));
+  EXPECT_EQ(static_cast<Value>(data), value);
+  EXPECT_EQ(static_cast<Value>(CPrimData(value)), value);
+  EXPECT_EQ(static_cast<Value>(CPrimData(-1)), cutOfMinusOne);
+}
+
+TEST(CPrimData, EveryTypeGoesInAndComesBack) {
+  ExpectToComeBack<char>(-100, -1);
+  ExpectToComeBack<signed char>(-128, -1);
+  ExpectToComeBack<unsigned char>(200, 255);
+  ExpectToComeBack<short>(-300, -1);
+  ExpectToComeBack<unsigned short>(65534, 65535);
+  ExpectToComeBack<int>(-70000, -1);
+  ExpectToComeBack<unsigned int>(4000000000u, 4294967295u);
+  ExpectToComeBack<std::int64_t>(-9007199254740992, -1);
+  ExpectToComeBack<long long>(9007199254740992, -1);
+  ExpectToComeBack<float>(0.1f, -1);
+  ExpectToComeBack<double>(0.1, -1);
+}
+
 TEST(CPrimData, ComparisonsLoseNoDigit) {
   const struct {
     const char* why;

@@ -163,7 +163,10 @@ TEST(CWksStore, CopiesAreDeep) {
   EXPECT_EQ(assigned.GetRowCount(0), 0u);
   const CWksStore& self = assigned;
   assigned = self;
-  const CWksStore moved = std::move(assigned);
+  CWksStore moved;
+  moved.SetCell(5, 5, "gone");
+  moved = std::move(assigned);
+  EXPECT_EQ(moved.GetRowCount(5), 0u);
   EXPECT_EQ(moved.GetCell(1, 2), "old");
   EXPECT_EQ(assigned.GetColCount(), 0u);
 }

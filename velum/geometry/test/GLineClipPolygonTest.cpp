@@ -10,6 +10,8 @@
 #include <velum/geometry/Segments.h>
 #include <velum/geometry/test/reference/PlainLineClip.h>
 
+#include <testing/Sanitized.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -216,7 +218,7 @@ bool Lies(const Outline& outline, const Vec2d& a, const Vec2d& b, bool isInside)
 TEST(GLineClipPolygon, KeepsWhatIsInsideAndNothingElse) {
   SCOPED_TRACE("seed 6");
   RandomOutline random(6);
-  for (int round = 0; round < 20000; ++round) {
+  for (int round = 0; round < testing::Rounds(20000); ++round) {
     const bool isOnGrid = round % 2 == 0;
     const Outline outline = random.Make(isOnGrid, 1 + random.Below(4), round % 20 == 0 ? 200 : 8);
     const GLineClipPolygon polygon = outline.Clipper();
