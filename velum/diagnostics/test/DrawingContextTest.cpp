@@ -297,6 +297,18 @@ TEST(DrawingContext, ACairoContextsClipHolds) {
   cairo_surface_destroy(image);
 }
 
+TEST(DrawingContext, PixelsWithoutColoursTakeNoLines) {
+  cairo_surface_t* const image = cairo_image_surface_create(CAIRO_FORMAT_A8, 10, 10);
+  cairo_t* const cairo = cairo_create(image);
+  Gdiplus::Graphics graphics(cairo);
+  const HDC context = graphics.GetHDC();
+  const POINT line[] = {{0, 3}, {10, 3}};
+  EXPECT_FALSE(Polyline(context, line, 2));
+  graphics.ReleaseHDC(context);
+  cairo_destroy(cairo);
+  cairo_surface_destroy(image);
+}
+
 // Lines by way of pixels, where pixels don't lie as the application's coordinates say.
 TEST(DrawingContext, LinesCountThePixelsOfAnySurface) {
   const struct {

@@ -317,15 +317,20 @@ TEST(DrawStats, TextsKeepApartAndStandAtTheirValues) {
         EXPECT_FALSE(Overlap(shape.box, other.box)) << shape.text << " over " << other.text;
       }
       texts.push_back(shape);
-      if (shape.isBold) continue;
+      const double column = shape.box.x + shape.box.width / 2;
+      const double row = shape.box.y + shape.box.height / 2;
+      if (shape.isBold) {
+        EXPECT_NEAR(isBelow ? column : row,
+                    isBelow ? (xAxis[0].x + xAxis[1].x) / 2 : (yAxis[0].y + yAxis[1].y) / 2, 1)
+            << "a title stands at the middle of its axis";
+        continue;
+      }
       if (!isBelow || !isLastTry) {
         EXPECT_GE(shape.box.x, chart.rect.X - 1);
         EXPECT_GE(shape.box.y, chart.rect.Y - 1);
         EXPECT_LE(shape.box.x + shape.box.width, chart.rect.X + chart.rect.Width + 1);
       }
       ++labels;
-      const double column = shape.box.x + shape.box.width / 2;
-      const double row = shape.box.y + shape.box.height / 2;
       if (isBelow) {
         labelsBelow.insert(column);
       } else {
