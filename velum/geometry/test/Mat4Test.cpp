@@ -88,10 +88,12 @@ TYPED_TEST(EveryMat4, ComparesBitsOrWithinATolerance) {
   a[0][1] = b[0][1] = std::numeric_limits<T>::quiet_NaN();
   EXPECT_TRUE(a == b) << "equal NaNs";
   EXPECT_FALSE(a.Equals(b, 1));
-  a[0][1] = T(0.5);
-  b[0][1] = 0;
-  EXPECT_TRUE(a.Equals(b, T(0.5)));
-  EXPECT_FALSE(a.Equals(b, T(0.4375)));
+  for (const int at : {0, 1, 15}) {
+    Mat c;
+    c[at / 4][at % 4] += T(0.5);
+    EXPECT_TRUE(c.Equals(Mat(), T(0.5)));
+    EXPECT_FALSE(c.Equals(Mat(), T(0.4375)));
+  }
 }
 
 TYPED_TEST(EveryMat4, HasDeterminants) {

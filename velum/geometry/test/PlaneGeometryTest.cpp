@@ -80,6 +80,7 @@ TEST(Segments, CrossWhereBothLieOnBothSides) {
       {"on one line", {0, 0}, {2, 2}, {1, 1}, {3, 3}, false},
       {"an end on the other, from the left", {0, 0}, {2, 0}, {1, 0}, {1, 1}, true},
       {"an end on the other, from the right", {0, 0}, {2, 0}, {1, 0}, {1, -1}, false},
+      {"its own end on the other", {1, 1}, {1, 0}, {0, 0}, {2, 0}, true},
       {"not a number", {kNaN, 0}, {2, 2}, {0, 2}, {2, 0}, false},
       {"a point", {1, 1}, {1, 1}, {0, 2}, {2, 0}, false},
   };

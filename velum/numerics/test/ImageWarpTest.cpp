@@ -339,6 +339,8 @@ TEST(ImageWarp, WhatCannotBeFittedLeavesTheWarpUncalibrated) {
       {"an infinity among the images", good, with(-kInfinity)},
       {"no points", RPoints(), RPoints()},
       {"a range beyond all numbers", huge, good, true},
+      {"shifts beyond all numbers", huge,
+       ImagesOf(huge, [](const RPoint& p) { return RPoint(-p.X(), p.Y()); })},
   };
   for (const Kind& kind : kKinds) {
     for (const auto& row : kRows) {
