@@ -164,6 +164,8 @@ TEST(FontCatalog, TheTablesThatAFontHasAreUsedInAnyFile) {
     EXPECT_EQ(text.tmAveCharWidth, row.aveCharWidth);
     EXPECT_EQ(text.tmMaxCharWidth, 3838);
     EXPECT_EQ(text.tmWeight, row.weight);
+    EXPECT_EQ(text.tmDigitizedAspectX, 96);
+    EXPECT_EQ(text.tmDigitizedAspectY, 96);
     EXPECT_EQ(text.tmPitchAndFamily, row.pitchAndFamily);
     EXPECT_EQ(record.otmsStrikeoutPosition, row.strikeout);
     EXPECT_EQ(record.otmsUnderscorePosition, row.underscore);
