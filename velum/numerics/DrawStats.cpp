@@ -127,6 +127,7 @@ void WritePng(int width, int height, const std::string& path, Draw draw) {
     const Gdiplus::Rect all(0, 0, width, height);
     graphics.FillRectangle(&white, all);
     draw(graphics, all);
+    if (graphics.GetLastStatus() != Gdiplus::Ok) return;
   }
   GUID encoder;
   if (GetEncoderClsid(L"image/png", &encoder) >= 0) bitmap.Save(AtoW(path.c_str()), &encoder);

@@ -1,8 +1,10 @@
 #include <velum/geometry/detail/ClippedRings.h>
 
+#include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
 
 #include <cstdint>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -63,7 +65,8 @@ ClippedRings::ClippedRings(gpc_op operation, const MultiPolygon2d& left,
   try {
     gpc_polygon_clip(operation, &a, &b, &contours_);
     hasResult_ = true;
-  } catch (const Exception&) {
+  } catch (const Exception& error) {
+    if (error.GetErrCode() == ERR_OUT_OF_MEMORY) throw std::bad_alloc();
     contours_ = {};
   }
 }

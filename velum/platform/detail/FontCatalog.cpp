@@ -1,5 +1,7 @@
 #include <velum/platform/detail/FontCatalog.h>
 
+#include <velum/platform/detail/FileSystem.h>
+#include <velum/platform/detail/Folders.h>
 #include <velum/platform/detail/FontTables.h>
 #include <velum/platform/detail/OutlineFont.h>
 
@@ -8,9 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <filesystem>
 #include <memory>
-#include <system_error>
 #include <tuple>
 
 namespace vlm::platform {
@@ -136,15 +136,15 @@ void FindUnreadable(FcConfig* configuration, const FcFontSet& set,
       FcConfigGetFontDirs(configuration), &FcStrListDone);
   std::size_t unlisted = 0;
   while (const FcChar8* const folder = folders ? FcStrListNext(folders.get()) : nullptr) {
-    std::error_code error;
-    std::filesystem::directory_iterator entry(reinterpret_cast<const char*>(folder), error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-      const std::string& file = entry->path().native();
+    const std::string path = reinterpret_cast<const char*>(folder);
+    std::vector<std::string> names;
+    if (!ListFolder(path, names)) continue;
+    for (const std::string& name : names) {
+      const std::string file = path + '/' + name;
       if (!HasFontSuffix(file) || std::binary_search(listed.begin(), listed.end(), file)) continue;
       if (++unlisted > kMostUnlisted) return;
-      std::error_code ignored;
       // What can be read is left out by the configuration.
-      if (!entry->is_regular_file(ignored) || OutlineFont::Open(file, 0)) continue;
+      if (!IsRegularFile(file.c_str()) || OutlineFont::Open(file, 0)) continue;
       skipped.push_back(file + ": it can't be read");
     }
   }

@@ -268,9 +268,12 @@ class CairoPainter final : public Painter {
 Painter::~Painter() = default;
 
 std::unique_ptr<PixelSurface> PixelSurface::Make(int width, int height) {
-  cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
-  if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) return nullptr;
-  return std::unique_ptr<PixelSurface>(new PixelSurface(surface));
+  std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface(
+      cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height), &cairo_surface_destroy);
+  if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
+  std::unique_ptr<PixelSurface> pixels(new PixelSurface(surface.get()));
+  static_cast<void>(surface.release());
+  return pixels;
 }
 
 PixelSurface::~PixelSurface() { cairo_surface_destroy(surface_); }
