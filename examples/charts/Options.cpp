@@ -1,6 +1,6 @@
 #include <examples/charts/Options.h>
 
-#include <examples/common/Picture.h>
+#include <examples/common/OptionReader.h>
 #include <examples/common/Program.h>
 
 namespace vlm::charts {
@@ -30,47 +30,18 @@ constexpr char kUsage[] =
     "A field that is empty, NA, N/A, NaN, null or - holds no value. Numbers have a decimal point.\n"
     "The status is 0 if all was done, 1 if something failed, 2 for a wrong command line.\n";
 
-char DelimiterOf(const std::string& text) {
-  if (text == "tab") return '\t';
-  if (text.size() != 1) throw UsageError("a delimiter is one byte or tab, not '" + text + "'");
-  return text[0];
-}
-
 }  // namespace
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-    const std::string& name = *argument;
-    const auto value = [&]() -> const std::string& {
-      if (argument + 1 == arguments.end()) throw UsageError(name + " needs a value");
-      return *++argument;
-    };
-    if (name == "-h" || name == "--help") {
-      options.help = true;
-    } else if (name == "-c" || name == "--column") {
-      options.column = value();
-      if (options.column.empty()) throw UsageError(name + " needs a column");
-    } else if (name == "-d" || name == "--delimiter") {
-      options.delimiter = DelimiterOf(value());
-    } else if (name == "-t" || name == "--title") {
-      options.title = value();
-    } else if (name == "-o" || name == "--output") {
-      options.output = value();
-      if (!examples::PictureFormatOf(options.output)) {
-        throw UsageError("'" + options.output + "' ends in none of .png, .svg and .pdf");
-      }
-    } else if (name == "--all") {
-      options.folder = value();
-      if (options.folder.empty()) throw UsageError("--all needs a folder");
-    } else if (name.size() > 1 && name.front() == '-') {
-      throw UsageError("unknown option '" + name + "'");
-    } else if (!options.file.empty()) {
-      throw UsageError("more than one file");
-    } else {
-      options.file = name;
-    }
-  }
+  examples::OptionReader reader;
+  reader.Text({"-c", "--column"}, options.column, "a column");
+  reader.Delimiter({"-d", "--delimiter"}, options.delimiter);
+  reader.Text({"-t", "--title"}, options.title);
+  reader.Picture({"-o", "--output"}, options.output);
+  reader.Text({"--all"}, options.folder, "a folder");
+  reader.Operand(options.file, "file");
+  options.help = !reader.Read(arguments);
   if (!options.help && options.file.empty()) throw UsageError("a file is needed");
   return options;
 }

@@ -60,8 +60,6 @@ void FrameBox(cairo_t* context, double x, double y, double width, double height)
   cairo_stroke(context);
 }
 
-std::string Escaped(const std::string& text) { return describe::NameLabel(text); }
-
 class Sheet {
  public:
   Sheet(std::string name, std::vector<ByteCell> cells, const Evidence& evidence,
@@ -80,7 +78,7 @@ class Sheet {
             ? ToString("the first %d of %d bytes", static_cast<int>(cells_.size()),
                        static_cast<int>(survey_.bytes))
             : ToString("all of its %d bytes", static_cast<int>(survey_.bytes));
-    DrawText(context, Vec2d(kMargin, 24.0), {"{\\b " + Escaped(name_) + "}", 13.0});
+    DrawText(context, Vec2d(kMargin, 24.0), {"{\\b " + describe::Verbatim(name_) + "}", 13.0});
     DrawText(
         context, Vec2d(kMargin, 40.0),
         {shown + ", read as {\\b " + evidence_.encoding.Name() + "}", 9.5, Align::Left, kPale});
@@ -135,7 +133,7 @@ class Sheet {
     const double width = static_cast<double>(inRow) * kCell;
     const bool isName = cell.text.size() > 1 && static_cast<unsigned char>(cell.text[0]) < 0x80;
     DrawText(context, at + Vec2d(width / 2.0, 15.0),
-             {Escaped(cell.text), isName ? 7.0 : 12.5, Align::Center,
+             {describe::Verbatim(cell.text), isName ? 7.0 : 12.5, Align::Center,
               cell.byteClass == ByteClass::Malformed ? kBroken : kInk});
     FrameBytes(context, at, width, false, inRow < length);
     if (inRow == length) return;

@@ -1,6 +1,6 @@
 #include <examples/convert/Options.h>
 
-#include <examples/common/Picture.h>
+#include <examples/common/OptionReader.h>
 #include <examples/common/Program.h>
 
 namespace vlm::convert {
@@ -47,42 +47,27 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
   std::optional<bool> mark;
   bool hasTarget = false;
-  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-    const std::string& option = *argument;
-    const auto value = [&]() -> const std::string& {
-      if (argument + 1 == arguments.end()) throw UsageError(option + " needs a value");
-      return *++argument;
-    };
-    if (option == "-h" || option == "--help") {
-      options.help = true;
-      return options;
-    }
-    if (option == "--from") {
-      options.from = FindEncoding(value());
-    } else if (option == "--to") {
-      options.target.encoding = FindEncoding(value());
-      hasTarget = true;
-    } else if (option == "--mark") {
-      mark = ReadChoice("--mark", value(), "yes", "no");
-      hasTarget = true;
-    } else if (option == "--line-ends") {
-      options.target.lineEnds = ReadLineEnds(value());
-      hasTarget = true;
-    } else if (option == "-o" || option == "--output") {
-      options.picture = value();
-      if (!examples::PictureFormatOf(options.picture)) {
-        throw UsageError("'" + options.picture + "' ends in none of .png, .svg and .pdf");
-      }
-    } else if (option.size() > 1 && option.front() == '-') {
-      throw UsageError("unknown option '" + option + "'");
-    } else if (options.input.empty()) {
-      options.input = option;
-    } else if (options.output.empty()) {
-      options.output = option;
-    } else {
-      throw UsageError("more than two files");
-    }
-  }
+  examples::OptionReader reader;
+  reader.Value({"--from"}, [&](const std::string& name) { options.from = FindEncoding(name); });
+  reader.Value({"--to"}, [&](const std::string& name) {
+    options.target.encoding = FindEncoding(name);
+    hasTarget = true;
+  });
+  reader.Value({"--mark"}, [&](const std::string& choice) {
+    mark = ReadChoice("--mark", choice, "yes", "no");
+    hasTarget = true;
+  });
+  reader.Value({"--line-ends"}, [&](const std::string& kind) {
+    options.target.lineEnds = ReadLineEnds(kind);
+    hasTarget = true;
+  });
+  reader.Picture({"-o", "--output"}, options.picture);
+  reader.Operands([&](const std::string& file) {
+    if (!options.output.empty()) throw UsageError("more than two files");
+    (options.input.empty() ? options.input : options.output) = file;
+  });
+  options.help = !reader.Read(arguments);
+  if (options.help) return options;
   if (options.input.empty()) throw UsageError("a file is needed");
   if (hasTarget && options.output.empty()) throw UsageError("there is no OUT to be written");
   const Encoding& to = options.target.encoding;

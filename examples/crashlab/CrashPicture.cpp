@@ -21,6 +21,7 @@ using describe::Align;
 using describe::DrawText;
 using describe::kInk;
 using describe::kPale;
+using describe::Verbatim;
 
 // The page, from the left: numbers, functions, places, modules.
 constexpr double kWidth = 620.0;
@@ -62,20 +63,6 @@ void Fill(cairo_t* context, const Vec2d& corner, const Vec2d& size, Color4b colo
   examples::SetSourceColor(context, color);
   cairo_rectangle(context, corner.x, corner.y, size.x, size.y);
   cairo_fill(context);
-}
-
-// A text as math text that shows it as it is, cut at a character if it is long.
-std::string Verbatim(std::string_view text, std::size_t longest = kLongestText) {
-  std::string label;
-  std::size_t characters = 0;
-  for (const char c : text) {
-    if ((static_cast<unsigned char>(c) & 0xC0) != 0x80 && ++characters > longest) {
-      return label + "\xE2\x80\xA6";
-    }
-    if (c == '\\' || c == '{' || c == '}') label += '\\';
-    label += c;
-  }
-  return label;
 }
 
 // A function without what says nothing to the reader: the program's own namespaces, and how the
@@ -146,7 +133,8 @@ class CrashSheet {
  private:
   void DrawTitle(cairo_t* context, double y, const std::string& letter,
                  const std::string& title) const {
-    DrawText(context, Vec2d(kMargin, y), {"{\\b " + letter + "}  " + Verbatim(title), 11.0});
+    DrawText(context, Vec2d(kMargin, y),
+             {"{\\b " + letter + "}  " + Verbatim(title, kLongestText), 11.0});
   }
 
   void DrawCrashLines(cairo_t* context) const {
@@ -154,9 +142,10 @@ class CrashSheet {
     double y = kMargin + kHeading + kLine * 0.7;
     for (const std::string& line : trace_.crash) {
       const bool isChief = &line == &trace_.crash.front();
-      DrawText(context, Vec2d(kLeft, y),
-               {isChief ? "{\\b " + Verbatim(line) + "}" : Verbatim(line), kText + 0.5, Align::Left,
-                isChief ? kAlarm : kInk, kWidth - kMargin - kLeft});
+      DrawText(
+          context, Vec2d(kLeft, y),
+          {isChief ? "{\\b " + Verbatim(line, kLongestText) + "}" : Verbatim(line, kLongestText),
+           kText + 0.5, Align::Left, isChief ? kAlarm : kInk, kWidth - kMargin - kLeft});
       y += kLine;
     }
   }
@@ -175,7 +164,7 @@ class CrashSheet {
     const double middle = kLeft + (kRight - kLeft) * kFunctionShare;
     if (frame.isGap) {
       DrawText(context, Vec2d(kLeft + 8.0, baseline),
-               {"{\\i " + Verbatim(frame.function) + "}", kText, Align::Left, kPale});
+               {"{\\i " + Verbatim(frame.function, kLongestText) + "}", kText, Align::Left, kPale});
       return;
     }
     const Color4b color = ColorOf(frame.module);
@@ -207,7 +196,7 @@ class CrashSheet {
         const std::string& module = frames_[i].module;
         Fill(context, Vec2d(kRight + 3.0, top), Vec2d(kBandWidth, height), ColorOf(module));
         DrawText(context, Vec2d(kRight + 12.0, top + height / 2.0 + 3.0),
-                 {module.empty() ? "no module" : Verbatim(module), kText, Align::Left,
+                 {module.empty() ? "no module" : Verbatim(module, kLongestText), kText, Align::Left,
                   ColorOf(module), kModules - 12.0});
       }
       i = end;
@@ -238,9 +227,9 @@ class CrashSheet {
     DrawTitle(context, logTop_ - kHeading * 0.6, "c", "The last lines of the log");
     double y = logTop_ + kLine * 0.6;
     for (std::size_t i = trace_.logLines.size() - linesShown_; i < trace_.logLines.size(); ++i) {
-      DrawText(
-          context, Vec2d(kLeft, y),
-          {Verbatim(trace_.logLines[i]), kText + 0.5, Align::Left, kInk, kWidth - kMargin - kLeft});
+      DrawText(context, Vec2d(kLeft, y),
+               {Verbatim(trace_.logLines[i], kLongestText), kText + 0.5, Align::Left, kInk,
+                kWidth - kMargin - kLeft});
       y += kLine;
     }
   }

@@ -1,7 +1,7 @@
 #include <examples/crashlab/Options.h>
 
 #include <velum/core/StringFormat.h>
-#include <examples/common/Picture.h>
+#include <examples/common/OptionReader.h>
 #include <examples/common/Program.h>
 
 namespace vlm::crashlab {
@@ -33,23 +33,14 @@ const Way& WayOf(const std::string& name) {
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  for (auto at = arguments.begin(); at != arguments.end(); ++at) {
-    if (*at == "-h" || *at == "--help") return {};
-    if (*at == "-o" || *at == "--output") {
-      if (at + 1 == arguments.end()) throw UsageError(*at + " needs a value");
-      options.output = *++at;
-    } else if (at->starts_with('-')) {
-      throw UsageError("unknown option '" + *at + "'");
-    } else if (options.way) {
-      throw UsageError("more than one way");
-    } else {
-      options.way = &WayOf(*at);
-    }
-  }
+  examples::OptionReader reader;
+  reader.Picture({"-o", "--output"}, options.output);
+  reader.Operands([&](const std::string& name) {
+    if (options.way) throw UsageError("more than one way");
+    options.way = &WayOf(name);
+  });
+  if (!reader.Read(arguments)) return {};
   if (!options.way) throw UsageError("a way to crash is needed");
-  if (!options.output.empty() && !examples::PictureFormatOf(options.output)) {
-    throw UsageError("'" + options.output + "' ends in none of .png, .svg and .pdf");
-  }
   options.task = Task::Trial;
   return options;
 }

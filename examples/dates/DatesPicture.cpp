@@ -71,9 +71,9 @@ class SurveyPicture {
 
   void Draw(cairo_t* context) const {
     const std::string form = survey_.forms.size() == 1 ? " shape" : " shapes";
-    DrawText(context, Vec2d(kLeft, 24.0), {"{\\b " + describe::NameLabel(title_) + "}", 13.0});
+    DrawText(context, Vec2d(kLeft, 24.0), {"{\\b " + describe::Verbatim(title_) + "}", 13.0});
     DrawText(context, Vec2d(kLeft, 41.0),
-             {"The dates of column {\\b " + describe::NameLabel(survey_.column) + "}, typed in " +
+             {"The dates of column {\\b " + describe::Verbatim(survey_.column) + "}, typed in " +
                   std::to_string(survey_.forms.size()) + form,
               9.5, Align::Left, kPale});
     DrawStrip(context);
@@ -173,10 +173,10 @@ class SurveyPicture {
     examples::SetSourceColor(context, color);
     cairo_fill(context);
     DrawText(context, Vec2d(left + 9.0, y),
-             {"{\\b " + describe::NameLabel(name) + "}  " + std::to_string(count), 9.0, Align::Left,
+             {"{\\b " + describe::Verbatim(name) + "}  " + std::to_string(count), 9.0, Align::Left,
               describe::kInk, room});
     DrawText(context, Vec2d(left + 9.0, y + 11.5),
-             {describe::NameLabel(example), 8.0, Align::Left, kPale, room});
+             {describe::Verbatim(example), 8.0, Align::Left, kPale, room});
     y += kLegendLine;
   }
 

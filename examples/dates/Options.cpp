@@ -1,7 +1,6 @@
 #include <examples/dates/Options.h>
 
-#include <velum/core/StringConvert.h>
-#include <examples/common/Picture.h>
+#include <examples/common/OptionReader.h>
 #include <examples/common/Program.h>
 
 namespace vlm::dates {
@@ -32,15 +31,6 @@ constexpr char kUsage[] =
     "for\n"
     "a wrong command line. Texts of a column that are no dates are told and no failure.\n";
 
-char DelimiterOf(const std::string& text) {
-  if (text == "tab" || text == "\\t") return '\t';
-  if (text.size() != 1) throw UsageError("a delimiter is one byte or tab, not '" + text + "'");
-  if (text == "\"" || text == "\n" || text == "\r") {
-    throw UsageError("a quote or a line end can't delimit fields");
-  }
-  return text[0];
-}
-
 KQDateTextOptions::Order OrderOf(const std::string& text) {
   if (text == "mdy") return KQDateTextOptions::MonthDayYear;
   if (text == "dmy") return KQDateTextOptions::DayMonthYear;
@@ -48,12 +38,12 @@ KQDateTextOptions::Order OrderOf(const std::string& text) {
 }
 
 int YearOf(const std::string& option, const std::string& text, int last) {
-  int year = 0;
-  if (!StringToInt(text, year) || year < 100 || year > last) {
+  const auto year = examples::NumberIn(text, 100, last);
+  if (!year) {
     throw UsageError(option + " needs a year from 100 to " + std::to_string(last) + ", not '" +
                      text + "'");
   }
-  return year;
+  return *year;
 }
 
 void Check(const Options& options) {
@@ -68,46 +58,24 @@ void Check(const Options& options) {
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  bool isText = false;
-  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-    const std::string& name = *argument;
-    const auto value = [&]() -> const std::string& {
-      if (argument + 1 == arguments.end()) throw UsageError(name + " needs a value");
-      return *++argument;
-    };
-    if (isText || name.size() < 2 || name.front() != '-') {
-      options.texts.push_back(name);
-    } else if (name == "--") {
-      isText = true;
-    } else if (name == "-h" || name == "--help") {
-      options.help = true;
-      return options;
-    } else if (name == "--csv") {
-      options.file = value();
-    } else if (name == "-c" || name == "--column") {
-      options.request.column = value();
-    } else if (name == "-d" || name == "--delimiter") {
-      options.request.delimiter = DelimiterOf(value());
-    } else if (name == "--no-header") {
-      options.request.hasHeader = false;
-    } else if (name == "--order") {
-      options.reading.order = OrderOf(value());
-    } else if (name == "--strict") {
-      options.reading.eitherOrder = false;
-    } else if (name == "--window") {
-      options.reading.windowStart = YearOf(name, value(), 9900);
-    } else if (name == "--year") {
-      options.reading.presentYear = YearOf(name, value(), 9999);
-    } else if (name == "-o" || name == "--output") {
-      options.output = value();
-      if (!examples::PictureFormatOf(options.output)) {
-        throw UsageError("'" + options.output + "' ends in none of .png, .svg and .pdf");
-      }
-    } else {
-      throw UsageError("unknown option '" + name + "'");
-    }
-  }
-  Check(options);
+  examples::OptionReader reader;
+  reader.Text({"--csv"}, options.file);
+  reader.Text({"-c", "--column"}, options.request.column);
+  reader.Delimiter({"-d", "--delimiter"}, options.request.delimiter);
+  reader.Flag({"--no-header"}, options.request.hasHeader, false);
+  reader.Value({"--order"},
+               [&](const std::string& order) { options.reading.order = OrderOf(order); });
+  reader.Flag({"--strict"}, options.reading.eitherOrder, false);
+  reader.Value({"--window"}, [&](const std::string& year) {
+    options.reading.windowStart = YearOf("--window", year, 9900);
+  });
+  reader.Value({"--year"}, [&](const std::string& year) {
+    options.reading.presentYear = YearOf("--year", year, 9999);
+  });
+  reader.Picture({"-o", "--output"}, options.output);
+  reader.Operands([&](const std::string& text) { options.texts.push_back(text); });
+  options.help = !reader.Read(arguments);
+  if (!options.help) Check(options);
   return options;
 }
 

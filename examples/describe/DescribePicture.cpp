@@ -35,7 +35,7 @@ using Labels = std::map<std::string, std::string>;
 
 std::string LabelOf(const Column& column, const Labels& labels) {
   const auto label = labels.find(column.name);
-  return label == labels.end() ? NameLabel(column.name) : label->second;
+  return label == labels.end() ? Verbatim(column.name) : label->second;
 }
 
 Sample SampleOf(const Column& column, const Labels& labels, int ticks) {
@@ -82,7 +82,7 @@ class Panels {
   }
 
   void Draw(cairo_t* context, const std::string& title) const {
-    DrawText(context, Vec2d(kLeft, 20.0), {"{\\b " + NameLabel(title) + "}", 11.0});
+    DrawText(context, Vec2d(kLeft, 20.0), {"{\\b " + Verbatim(title) + "}", 11.0});
     DrawText(context, Vec2d(kLeft, 33.0), {Subtitle(), 8.5, Align::Left, kPale, Room()});
     if (Count() == 1) {
       DrawOne(context);

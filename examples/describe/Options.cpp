@@ -1,10 +1,8 @@
 #include <examples/describe/Options.h>
 
 #include <examples/common/LabelFault.h>
-#include <examples/common/Picture.h>
+#include <examples/common/OptionReader.h>
 #include <examples/common/Program.h>
-
-#include <string_view>
 
 namespace vlm::describe {
 namespace {
@@ -37,15 +35,6 @@ constexpr char kUsage[] =
     "A field that is empty, NA, N/A, NaN, null or - holds no value. Numbers have a decimal point.\n"
     "The status is 0 if all was done, 1 if something failed, 2 for a wrong command line.\n";
 
-char DelimiterOf(const std::string& text) {
-  if (text == "tab" || text == "\\t") return '\t';
-  if (text.size() != 1) throw UsageError("a delimiter is one byte or tab, not '" + text + "'");
-  if (text == "\"" || text == "\n" || text == "\r") {
-    throw UsageError("a quote or a line end can't delimit fields");
-  }
-  return text[0];
-}
-
 void AddLabel(const std::string& text, std::map<std::string, std::string>& labels) {
   const std::size_t equals = text.find('=');
   if (equals == std::string::npos || equals == 0) {
@@ -58,51 +47,25 @@ void AddLabel(const std::string& text, std::map<std::string, std::string>& label
   labels[text.substr(0, equals)] = label;
 }
 
-bool IsOption(const std::string& text) { return text.size() > 1 && text.front() == '-'; }
-
 }  // namespace
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-    const std::string& name = *argument;
-    const auto value = [&]() -> const std::string& {
-      if (argument + 1 == arguments.end()) throw UsageError(name + " needs a value");
-      return *++argument;
-    };
-    if (name == "-h" || name == "--help") {
-      options.help = true;
-    } else if (name == "-c" || name == "--columns") {
-      options.request.columns.push_back(value());
-    } else if (name == "-d" || name == "--delimiter") {
-      options.request.delimiter = DelimiterOf(value());
-    } else if (name == "--no-header") {
-      options.request.hasHeader = false;
-    } else if (name == "--spatial") {
-      options.request.spatial = value();
-      if (options.request.spatial.empty()) throw UsageError("--spatial needs columns");
-    } else if (name == "-o" || name == "--output") {
-      options.output = value();
-      if (!examples::PictureFormatOf(options.output)) {
-        throw UsageError("'" + options.output + "' ends in none of .png, .svg and .pdf");
-      }
-    } else if (name == "--html") {
-      options.page = value();
-      if (!std::string_view(options.page).ends_with(".html")) {
-        throw UsageError("'" + options.page + "' does not end in .html");
-      }
-    } else if (name == "--label") {
-      AddLabel(value(), options.labels);
-    } else if (name == "--progress") {
-      options.progress = true;
-    } else if (IsOption(name)) {
-      throw UsageError("unknown option '" + name + "'");
-    } else if (!options.file.empty()) {
-      throw UsageError("more than one file");
-    } else {
-      options.file = name;
-    }
-  }
+  examples::OptionReader reader;
+  reader.Value({"-c", "--columns"},
+               [&](const std::string& columns) { options.request.columns.push_back(columns); });
+  reader.Delimiter({"-d", "--delimiter"}, options.request.delimiter);
+  reader.Flag({"--no-header"}, options.request.hasHeader, false);
+  reader.Text({"--spatial"}, options.request.spatial, "columns");
+  reader.Picture({"-o", "--output"}, options.output);
+  reader.Value({"--html"}, [&](const std::string& page) {
+    if (!page.ends_with(".html")) throw UsageError("'" + page + "' does not end in .html");
+    options.page = page;
+  });
+  reader.Value({"--label"}, [&](const std::string& text) { AddLabel(text, options.labels); });
+  reader.Flag({"--progress"}, options.progress);
+  reader.Operand(options.file, "file");
+  options.help = !reader.Read(arguments);
   if (!options.help && options.file.empty()) throw UsageError("a file is needed");
   return options;
 }

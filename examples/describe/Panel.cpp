@@ -69,10 +69,9 @@ void DrawText(cairo_t* context, const Vec2d& position, const PageText& text) {
   cairo_restore(context);
 }
 
-std::string NameLabel(std::string_view name) {
-  constexpr std::size_t kLongest = 40;
+std::string Verbatim(std::string_view text, std::size_t longest) {
   std::string label;
-  for (const char c : Shown(name, kLongest)) {
+  for (const char c : Shown(text, longest)) {
     if (c == '\\' || c == '{' || c == '}') label += '\\';
     label += c;
   }

@@ -44,8 +44,8 @@ struct PageText {
 /// *Errors*: `std::runtime_error` for a text that is wrong.
 void DrawText(struct _cairo* context, const Vec2d& position, const PageText& text);
 
-/// A name as a math text that shows it as it is, cut if it is very long.
-[[nodiscard]] std::string NameLabel(std::string_view name);
+/// A text as a math text that shows it as `Shown` does, cut to `longest` bytes.
+[[nodiscard]] std::string Verbatim(std::string_view text, std::size_t longest = 40);
 
 /// A dot of a panel. A plain value.
 struct PanelDot {

@@ -1,5 +1,6 @@
 #include <examples/georeference/Options.h>
 
+#include <examples/common/OptionReader.h>
 #include <examples/common/Picture.h>
 #include <examples/common/Program.h>
 #include <examples/georeference/Methods.h>
@@ -48,12 +49,6 @@ void CheckForms(const Options& options, bool draws, bool hasMethod) {
   if (draws && !options.points.empty()) {
     throw UsageError("--points makes no picture: it excludes --output and --sheet");
   }
-  if (!examples::PictureFormatOf(options.output)) {
-    throw UsageError("'" + options.output + "' ends in none of .png, .svg and .pdf");
-  }
-  if (examples::PictureFormatOf(options.sheet) != examples::PictureFormat::Png) {
-    throw UsageError("'" + options.sheet + "' does not end in .png");
-  }
 }
 
 }  // namespace
@@ -62,32 +57,26 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
   bool draws = false;
   bool hasMethod = false;
-  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-    const auto value = [&]() -> const std::string& {
-      if (argument + 1 == arguments.end()) throw UsageError(*argument + " needs a value");
-      return *++argument;
-    };
-    if (*argument == "-h" || *argument == "--help") {
-      options.help = true;
-    } else if (*argument == "-o" || *argument == "--output") {
-      options.output = value();
-      draws = true;
-    } else if (*argument == "--sheet") {
-      options.sheet = value();
-      draws = true;
-    } else if (*argument == "--points") {
-      options.points = value();
-    } else if (*argument == "--method") {
-      options.method = MethodNamed(value());
-      hasMethod = true;
-    } else if (argument->size() > 1 && argument->front() == '-') {
-      throw UsageError("unknown option '" + *argument + "'");
-    } else if (!options.list.empty()) {
-      throw UsageError("more than one list of points");
-    } else {
-      options.list = *argument;
+  examples::OptionReader reader;
+  reader.Value({"-o", "--output"}, [&](const std::string& path) {
+    examples::CheckPicture(path);
+    options.output = path;
+    draws = true;
+  });
+  reader.Value({"--sheet"}, [&](const std::string& path) {
+    if (examples::PictureFormatOf(path) != examples::PictureFormat::Png) {
+      throw UsageError("'" + path + "' does not end in .png");
     }
-  }
+    options.sheet = path;
+    draws = true;
+  });
+  reader.Text({"--points"}, options.points);
+  reader.Value({"--method"}, [&](const std::string& name) {
+    options.method = MethodNamed(name);
+    hasMethod = true;
+  });
+  reader.Operand(options.list, "list of points");
+  options.help = !reader.Read(arguments);
   if (!options.help) CheckForms(options, draws, hasMethod);
   return options;
 }

@@ -1,6 +1,6 @@
 #include <examples/labels/Options.h>
 
-#include <examples/common/Picture.h>
+#include <examples/common/OptionReader.h>
 #include <examples/common/Program.h>
 
 namespace vlm::examples {
@@ -25,36 +25,19 @@ void CheckOptions(const Options& options) {
   if (options.help || !options.text) return;
   if (!options.labels.empty()) throw UsageError("--text and --labels exclude each other");
   if (options.output.empty()) throw UsageError("--text needs --output FILE");
-  if (!PictureFormatOf(options.output)) {
-    throw UsageError("'" + options.output + "' ends in none of .png, .svg and .pdf");
-  }
+  CheckPicture(options.output);
 }
 
 }  // namespace
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-    const std::string& name = *argument;
-    const auto value = [&]() -> const std::string& {
-      if (argument + 1 == arguments.end()) throw UsageError(name + " needs a value");
-      return *++argument;
-    };
-    if (name == "-h" || name == "--help") {
-      options.help = true;
-    } else if (name == "-o" || name == "--output") {
-      options.output = value();
-    } else if (name == "--labels") {
-      options.labels = value();
-    } else if (name == "--text") {
-      options.text = value();
-    } else if (name == "--face") {
-      options.face = value();
-      if (options.face.empty()) throw UsageError("--face needs the name of a face");
-    } else {
-      throw UsageError("unknown option '" + name + "'");
-    }
-  }
+  OptionReader reader;
+  reader.Text({"-o", "--output"}, options.output);
+  reader.Text({"--labels"}, options.labels);
+  reader.Value({"--text"}, [&](const std::string& text) { options.text = text; });
+  reader.Text({"--face"}, options.face, "the name of a face");
+  options.help = !reader.Read(arguments);
   CheckOptions(options);
   return options;
 }

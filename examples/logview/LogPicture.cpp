@@ -10,7 +10,6 @@
 #include <cairo.h>
 
 #include <algorithm>
-#include <string_view>
 
 namespace vlm::logview {
 namespace {
@@ -19,6 +18,7 @@ using describe::Align;
 using describe::DrawText;
 using describe::kInk;
 using describe::kPale;
+using describe::Verbatim;
 
 // The page, from the left: names, the axis, counts; below, times, names, texts.
 constexpr double kWidth = 620.0;
@@ -43,20 +43,6 @@ void DrawLine(cairo_t* context, const Vec2d& from, const Vec2d& to, double width
   cairo_move_to(context, from.x, from.y);
   cairo_line_to(context, to.x, to.y);
   cairo_stroke(context);
-}
-
-// A text as math text that shows it as it is, cut at a character if it is long.
-std::string Verbatim(std::string_view text, std::size_t longest) {
-  std::string label;
-  std::size_t characters = 0;
-  for (const char c : text) {
-    if ((static_cast<unsigned char>(c) & 0xC0) != 0x80 && ++characters > longest) {
-      return label + "\xE2\x80\xA6";
-    }
-    if (c == '\\' || c == '{' || c == '}') label += '\\';
-    label += c;
-  }
-  return label;
 }
 
 class SheetPicture {

@@ -1,10 +1,7 @@
 #include <examples/logview/Options.h>
 
-#include <examples/common/Picture.h>
+#include <examples/common/OptionReader.h>
 #include <examples/common/Program.h>
-
-#include <charconv>
-#include <system_error>
 
 namespace vlm::logview {
 namespace {
@@ -47,105 +44,52 @@ constexpr char kUsage[] =
     "something failed, 2 for a wrong command line.\n";
 
 template <class Number>
-Number NumberOf(const std::string& option, const std::string& text, Number low, Number high) {
-  Number value{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size() ||
-      !(value >= low && value <= high)) {
-    throw UsageError(option + " can't be '" + text + "'");
-  }
-  return value;
+Number NumberOf(const char* option, const std::string& text, Number low, Number high) {
+  const auto value = examples::NumberIn(text, low, high);
+  if (!value) throw UsageError(std::string(option) + " can't be '" + text + "'");
+  return *value;
 }
 
-// Reads the options of either task; gives those that were there.
-class Reader {
- public:
-  explicit Reader(const std::vector<std::string>& arguments)
-      : at_(arguments.begin() + 1), end_(arguments.end()) {}
+void AddListening(examples::OptionReader& reader, Options& options) {
+  reader.Text({"--address"}, options.address);
+  reader.Value({"--lines"}, [&options](const std::string& lines) {
+    options.lines = NumberOf<std::size_t>("--lines", lines, 1, 1'000'000'000);
+  });
+  reader.Value({"--seconds"}, [&options](const std::string& seconds) {
+    options.seconds = NumberOf("--seconds", seconds, 0.0, kMostSeconds);
+  });
+  reader.Picture({"-o", "--output"}, options.output);
+}
 
-  void Run(Options& options) {
-    const bool listens = options.task == Task::Listen;
-    bool hasPort = false;
-    for (; at_ != end_; ++at_) {
-      const std::string& name = *at_;
-      if (name == "-h" || name == "--help") {
-        options.task = Task::Help;
-        return;
-      }
-      if (name == "--port") {
-        options.port = NumberOf(name, Value(), listens ? 0 : 1, kHighestPort);
-        hasPort = true;
-      } else if (name == (listens ? "--address" : "--host")) {
-        options.address = Value();
-      } else if (listens ? !ListenOption(name, options) : !SendOption(name, options)) {
-        throw UsageError(name.starts_with('-') ? "unknown option '" + name + "'"
-                                               : "what is '" + name + "'");
-      }
-    }
-    if (!hasPort) throw UsageError("--port is needed");
-  }
-
- private:
-  const std::string& Value() {
-    const std::string& name = *at_;
-    if (at_ + 1 == end_) throw UsageError(name + " needs a value");
-    return *++at_;
-  }
-
-  bool ListenOption(const std::string& name, Options& options) {
-    if (name == "--lines") {
-      options.lines = NumberOf<std::size_t>(name, Value(), 1, 1'000'000'000);
-    } else if (name == "--seconds") {
-      options.seconds = NumberOf(name, Value(), 0.0, kMostSeconds);
-    } else if (name == "-o" || name == "--output") {
-      options.output = Value();
-    } else {
-      return false;
-    }
-    return true;
-  }
-
-  bool SendOption(const std::string& name, Options& options) {
-    if (name == "--prefix") {
-      options.prefix = Value();
-    } else if (name == "--timed") {
-      options.timed = true;
-    } else if (name != "-" && name.starts_with('-')) {
-      return false;
-    } else if (!options.file.empty()) {
-      throw UsageError("more than one file");
-    } else {
-      options.file = name;
-    }
-    return true;
-  }
-
-  std::vector<std::string>::const_iterator at_;
-  std::vector<std::string>::const_iterator end_;
-};
+void AddSending(examples::OptionReader& reader, Options& options) {
+  reader.Text({"--host"}, options.address);
+  reader.Text({"--prefix"}, options.prefix);
+  reader.Flag({"--timed"}, options.timed);
+  reader.Operand(options.file, "file");
+}
 
 }  // namespace
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
-  Options options;
   if (arguments.empty()) throw UsageError("listen or send is needed");
   const std::string& task = arguments.front();
-  if (task == "-h" || task == "--help") return options;
-  if (task == "listen") {
-    options.task = Task::Listen;
-    options.address = "127.0.0.1";
-  } else if (task == "send") {
-    options.task = Task::Send;
-  } else {
-    throw UsageError("what is '" + task + "'");
-  }
-  Reader(arguments).Run(options);
-  if (options.task == Task::Send) {
-    if (options.address.empty()) throw UsageError("--host is needed");
-    if (options.file.empty()) throw UsageError("a file is needed");
-  } else if (!options.output.empty() && !examples::PictureFormatOf(options.output)) {
-    throw UsageError("'" + options.output + "' ends in none of .png, .svg and .pdf");
-  }
+  if (task == "-h" || task == "--help") return {};
+  if (task != "listen" && task != "send") throw UsageError("what is '" + task + "'");
+  Options options;
+  options.task = task == "listen" ? Task::Listen : Task::Send;
+  const bool listens = options.task == Task::Listen;
+  if (listens) options.address = "127.0.0.1";
+  bool hasPort = false;
+  examples::OptionReader reader;
+  reader.Value({"--port"}, [&](const std::string& port) {
+    options.port = NumberOf("--port", port, listens ? 0 : 1, kHighestPort);
+    hasPort = true;
+  });
+  listens ? AddListening(reader, options) : AddSending(reader, options);
+  if (!reader.Read({arguments.begin() + 1, arguments.end()})) return {};
+  if (!hasPort) throw UsageError("--port is needed");
+  if (!listens && options.address.empty()) throw UsageError("--host is needed");
+  if (!listens && options.file.empty()) throw UsageError("a file is needed");
   return options;
 }
 

@@ -1,12 +1,9 @@
 #include <examples/overlay/Options.h>
 
-#include <examples/common/Picture.h>
-#include <examples/common/Program.h>
+#include <examples/common/OptionReader.h>
 
 namespace vlm::overlay {
 namespace {
-
-using examples::UsageError;
 
 constexpr char kUsage[] =
     "Combines two outlines by all four set operations, and draws what comes out.\n"
@@ -24,23 +21,10 @@ constexpr char kUsage[] =
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-    if (*argument == "-h" || *argument == "--help") {
-      options.help = true;
-    } else if (*argument == "-o" || *argument == "--output") {
-      if (argument + 1 == arguments.end()) throw UsageError(*argument + " needs a value");
-      options.output = *++argument;
-    } else if (argument->size() > 1 && argument->front() == '-') {
-      throw UsageError("unknown option '" + *argument + "'");
-    } else if (!options.outlines.empty()) {
-      throw UsageError("more than one file of outlines");
-    } else {
-      options.outlines = *argument;
-    }
-  }
-  if (!examples::PictureFormatOf(options.output)) {
-    throw UsageError("'" + options.output + "' ends in none of .png, .svg and .pdf");
-  }
+  examples::OptionReader reader;
+  reader.Picture({"-o", "--output"}, options.output);
+  reader.Operand(options.outlines, "file of outlines");
+  options.help = !reader.Read(arguments);
   return options;
 }
 

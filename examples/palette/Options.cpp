@@ -1,10 +1,8 @@
 #include <examples/palette/Options.h>
 
-#include <examples/common/Picture.h>
+#include <examples/common/OptionReader.h>
 #include <examples/common/Program.h>
 #include <examples/palette/ImageFile.h>
-
-#include <charconv>
 
 namespace vlm::palette {
 namespace {
@@ -28,50 +26,29 @@ constexpr char kUsage[] =
     "\n"
     "The status is 0 if all was done, 1 if something failed, 2 for a wrong command line.\n";
 
-unsigned ReadColors(const std::string& value) {
-  constexpr unsigned kMost = 256;
-  unsigned colors = 0;
-  const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), colors);
-  if (error != std::errc() || end != value.data() + value.size() || colors < 1 || colors > kMost) {
-    throw UsageError("there are from 1 to 256 colours, not '" + value + "'");
-  }
-  return colors;
-}
-
 }  // namespace
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-    const std::string& option = *argument;
-    const auto value = [&]() -> const std::string& {
-      if (argument + 1 == arguments.end()) throw UsageError(option + " needs a value");
-      return *++argument;
-    };
-    if (option == "-h" || option == "--help") {
-      options.help = true;
-      return options;
-    }
-    if (option == "-n" || option == "--colors") {
-      options.colors = ReadColors(value());
-    } else if (option == "-d" || option == "--diffuse") {
-      options.diffuses = true;
-    } else if (option == "-o" || option == "--output") {
-      options.sheet = value();
-      if (!examples::PictureFormatOf(options.sheet)) {
-        throw UsageError("'" + options.sheet + "' ends in none of .png, .svg and .pdf");
-      }
-    } else if (option.size() > 1 && option.front() == '-') {
-      throw UsageError("unknown option '" + option + "'");
-    } else if (options.input.empty()) {
-      options.input = option;
-    } else if (ImageFormatOf(option) == ImageFormat::None) {
-      throw UsageError("'" + option + "' ends in neither .png nor .bmp");
+  examples::OptionReader reader;
+  reader.Value({"-n", "--colors"}, [&](const std::string& count) {
+    const auto colors = examples::NumberIn(count, 1u, 256u);
+    if (!colors) throw UsageError("there are from 1 to 256 colours, not '" + count + "'");
+    options.colors = *colors;
+  });
+  reader.Flag({"-d", "--diffuse"}, options.diffuses);
+  reader.Picture({"-o", "--output"}, options.sheet);
+  reader.Operands([&](const std::string& file) {
+    if (options.input.empty()) {
+      options.input = file;
+    } else if (ImageFormatOf(file) == ImageFormat::None) {
+      throw UsageError("'" + file + "' ends in neither .png nor .bmp");
     } else {
-      options.outputs.push_back(option);
+      options.outputs.push_back(file);
     }
-  }
-  if (options.input.empty()) throw UsageError("a picture is needed");
+  });
+  options.help = !reader.Read(arguments);
+  if (!options.help && options.input.empty()) throw UsageError("a picture is needed");
   return options;
 }
 

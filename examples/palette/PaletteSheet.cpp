@@ -59,7 +59,7 @@ class Sheet {
   [[nodiscard]] double Height() const { return kHead + 2.0 * Row() + kMargin; }
 
   void Draw(cairo_t* context) const {
-    DrawText(context, Vec2d(kMargin, 24.0), {"{\\b " + describe::NameLabel(name_) + "}", 13.0});
+    DrawText(context, Vec2d(kMargin, 24.0), {"{\\b " + describe::Verbatim(name_) + "}", 13.0});
     DrawText(context, Vec2d(kMargin, 38.0),
              {ToString("%d × %d pixels, %d colours; palettes by median cut", image_.width,
                        image_.height, static_cast<int>(parts_[0].coloursBefore)),
@@ -125,7 +125,7 @@ class Sheet {
       DrawText(context, line + Vec2d(54.0, 8.5),
                {ToString("%.1f %%", share), 8.0, Align::Right, kPale});
       DrawText(context, line + Vec2d(60.0, 8.5),
-               {describe::NameLabel(NearestName(color)), 8.5, Align::Left, describe::kInk,
+               {describe::Verbatim(NearestName(color)), 8.5, Align::Left, describe::kInk,
                 Cell() - 60.0});
     }
   }

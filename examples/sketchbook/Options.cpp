@@ -1,6 +1,7 @@
 #include <examples/sketchbook/Options.h>
 
 #include <velum/core/StringConvert.h>
+#include <examples/common/OptionReader.h>
 #include <examples/common/Program.h>
 
 namespace vlm::sketchbook {
@@ -24,22 +25,14 @@ constexpr char kUsage[] =
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-    if (*argument == "-h" || *argument == "--help") {
-      options.help = true;
-    } else if (*argument == "--undo-limit") {
-      if (++argument == arguments.end()) throw UsageError("--undo-limit needs a value");
-      if (!StringToUnsigned(*argument, options.undoLimit)) {
-        throw UsageError("--undo-limit needs a number, not '" + *argument + "'");
-      }
-    } else if (argument->size() > 1 && argument->front() == '-') {
-      throw UsageError("unknown option '" + *argument + "'");
-    } else if (!options.script.empty()) {
-      throw UsageError("more than one script");
-    } else {
-      options.script = *argument;
+  examples::OptionReader reader;
+  reader.Value({"--undo-limit"}, [&](const std::string& limit) {
+    if (!StringToUnsigned(limit, options.undoLimit)) {
+      throw UsageError("--undo-limit needs a number, not '" + limit + "'");
     }
-  }
+  });
+  reader.Operand(options.script, "script");
+  options.help = !reader.Read(arguments);
   return options;
 }
 

@@ -1,11 +1,9 @@
 #include <examples/specimen/Options.h>
 
 #include <velum/fonts/SystemFaceInfo.h>
-#include <examples/common/Picture.h>
+#include <examples/common/OptionReader.h>
 #include <examples/common/Program.h>
 
-#include <charconv>
-#include <optional>
 #include <string_view>
 
 namespace vlm::specimen {
@@ -49,14 +47,12 @@ constexpr long kGreatestCharset = 255;
 constexpr long kMostBest = 1000;
 
 long NumberOf(const std::string& name, const std::string& text, long least, long most) {
-  long value = 0;
-  const char* end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || rest != end || value < least || value > most) {
+  const auto value = examples::NumberIn(text, least, most);
+  if (!value) {
     throw UsageError(name + " needs a number from " + std::to_string(least) + " to " +
                      std::to_string(most) + ", not '" + text + "'");
   }
-  return value;
+  return *value;
 }
 
 int FamilyBitsOf(const std::string& word) {
@@ -87,139 +83,85 @@ const char* OperandOf(Command command) {
   return nullptr;
 }
 
-// Reads the arguments behind the command.
-class Parser {
- public:
-  Parser(const std::vector<std::string>& arguments, Command command) : arguments_(arguments) {
-    options_.command = command;
-  }
+bool Draws(Command command) {
+  return command == Command::Sheet || command == Command::Sets || command == Command::Text;
+}
 
-  Options Parse() {
-    bool hasEnded = false;
-    for (at_ = 1; at_ < arguments_.size(); ++at_) {
-      const std::string& word = arguments_[at_];
-      if (!hasEnded && word == "--") {
-        hasEnded = true;
-      } else if (!hasEnded && word.size() > 1 && word.front() == '-') {
-        TakeOption(word);
-        if (options_.command == Command::Help) return options_;
-      } else {
-        TakeOperand(word);
-      }
-    }
-    Check();
-    return options_;
-  }
+void AddFilter(examples::OptionReader& reader, FaceFilter& filter) {
+  reader.Text({"--family"}, filter.text);
+  reader.Flag({"--stroked"}, filter.strokedOnly);
+  reader.Flag({"--outline"}, filter.outlineOnly);
+  reader.Flag({"--italic"}, filter.italicOnly);
+  reader.Value({"--weight"}, [&filter](const std::string& weight) {
+    filter.weight = static_cast<int>(NumberOf("--weight", weight, 1, kGreatestWeight));
+  });
+}
 
- private:
-  const std::string& Value() {
-    if (at_ + 1 == arguments_.size()) throw UsageError(arguments_[at_] + " needs a value");
-    return arguments_[++at_];
-  }
-
-  void TakeOption(const std::string& name) {
-    const Command command = options_.command;
-    const bool draws =
-        command == Command::Sheet || command == Command::Sets || command == Command::Text;
-    if (name == "-h" || name == "--help") {
-      options_.command = Command::Help;
-    } else if (draws && (name == "-o" || name == "--output")) {
-      options_.output = Value();
-    } else if (command == Command::Text && name == "--face") {
-      options_.face = Value();
-    } else if (command == Command::List && TakeFilter(name)) {
-    } else if (command == Command::Match && TakeDescription(name)) {
-    } else {
-      throw UsageError("unknown option '" + name + "' of " + arguments_.front());
-    }
-  }
-
-  bool TakeFilter(const std::string& name) {
-    FaceFilter& filter = options_.filter;
-    if (name == "--family") {
-      filter.text = Value();
-    } else if (name == "--stroked") {
-      filter.strokedOnly = true;
-    } else if (name == "--outline") {
-      filter.outlineOnly = true;
-    } else if (name == "--italic") {
-      filter.italicOnly = true;
-    } else if (name == "--weight") {
-      filter.weight = static_cast<int>(NumberOf(name, Value(), 1, kGreatestWeight));
-    } else {
-      return false;
-    }
-    return true;
-  }
-
-  bool TakeDescription(const std::string& name) {
-    Description& description = options_.description;
-    if (name == "--weight") {
-      description.weight = NumberOf(name, Value(), 1, kGreatestWeight);
-      description.matchFlags |= FACE_MATCH_WEIGHT;
-    } else if (name == "--italic" || name == "--upright") {
-      description.isItalic = name == "--italic";
+void AddDescription(examples::OptionReader& reader, Options& options) {
+  Description& description = options.description;
+  const auto number = [&](const char* name, long least, long most, int flag, auto take) {
+    reader.Value({name}, [=, &description](const std::string& text) {
+      take(NumberOf(name, text, least, most));
+      description.matchFlags |= flag;
+    });
+  };
+  number("--weight", 1, kGreatestWeight, FACE_MATCH_WEIGHT,
+         [&description](long weight) { description.weight = weight; });
+  number("--charset", 0, kGreatestCharset, FACE_MATCH_CHARSET,
+         [&description](long charset) { description.charset = static_cast<int>(charset); });
+  number("--pitch", 0, 1, FACE_MATCH_PITCH,
+         [&description](long bit) { description.pitchAndFamily |= static_cast<int>(bit); });
+  for (const bool isItalic : {true, false}) {
+    reader.Flag({isItalic ? "--italic" : "--upright"}, [&description, isItalic] {
+      description.isItalic = isItalic;
       description.matchFlags |= FACE_MATCH_ITALIC;
-    } else if (name == "--charset") {
-      description.charset = static_cast<int>(NumberOf(name, Value(), 0, kGreatestCharset));
-      description.matchFlags |= FACE_MATCH_CHARSET;
-    } else if (name == "--pitch") {
-      description.pitchAndFamily |= static_cast<int>(NumberOf(name, Value(), 0, 1));
-      description.matchFlags |= FACE_MATCH_PITCH;
-    } else if (name == "--family") {
-      description.pitchAndFamily |= FamilyBitsOf(Value()) << 4;
-      description.matchFlags |= FACE_MATCH_FAMILY;
-    } else if (name == "--stroked") {
-      description.types = CFaceInfo::FACE_TYPE_SYM;
-    } else if (name == "--outline") {
-      description.types = CFaceInfo::FACE_TYPE_TRUETYPE;
-    } else if (name == "--best") {
-      options_.best = static_cast<std::size_t>(NumberOf(name, Value(), 1, kMostBest));
-    } else {
-      return false;
-    }
-    return true;
+    });
   }
-
-  void TakeOperand(const std::string& word) {
-    const char* operand = OperandOf(options_.command);
-    if (operand == nullptr) throw UsageError("what is '" + word + "'");
-    if (operand_) throw UsageError("more than " + std::string(operand) + ": '" + word + "'");
-    operand_ = word;
-  }
-
-  void Check() {
-    const Command command = options_.command;
-    if (const char* operand = OperandOf(command)) {
-      if (!operand_ || operand_->empty()) {
-        throw UsageError(arguments_.front() + " needs " + operand);
-      }
-      if (command == Command::Match) options_.description.name = *operand_;
-      if (command == Command::Sheet) options_.face = *operand_;
-      if (command == Command::Text) options_.text = *operand_;
-    }
-    if (options_.filter.strokedOnly && options_.filter.outlineOnly) {
-      throw UsageError("--stroked and --outline exclude each other");
-    }
-    if (command == Command::List || command == Command::Match) return;
-    if (options_.output.empty()) throw UsageError(arguments_.front() + " needs --output FILE");
-    if (!examples::PictureFormatOf(options_.output)) {
-      throw UsageError("'" + options_.output + "' ends in none of .png, .svg and .pdf");
-    }
-  }
-
-  const std::vector<std::string>& arguments_;
-  std::size_t at_ = 0;
-  Options options_;
-  std::optional<std::string> operand_;
-};
+  reader.Value({"--family"}, [&description](const std::string& word) {
+    description.pitchAndFamily |= FamilyBitsOf(word) << 4;
+    description.matchFlags |= FACE_MATCH_FAMILY;
+  });
+  reader.Flag({"--stroked"}, [&description] { description.types = CFaceInfo::FACE_TYPE_SYM; });
+  reader.Flag({"--outline"}, [&description] { description.types = CFaceInfo::FACE_TYPE_TRUETYPE; });
+  reader.Value({"--best"}, [&options](const std::string& count) {
+    options.best = static_cast<std::size_t>(NumberOf("--best", count, 1, kMostBest));
+  });
+}
 
 }  // namespace
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
   if (arguments.empty()) throw UsageError("a command is needed");
-  if (arguments.front() == "-h" || arguments.front() == "--help") return {};
-  return Parser(arguments, CommandOf(arguments.front())).Parse();
+  const std::string& word = arguments.front();
+  if (word == "-h" || word == "--help") return {};
+  Options options;
+  options.command = CommandOf(word);
+  std::string operand;
+  examples::OptionReader reader(word);
+  if (options.command == Command::List) AddFilter(reader, options.filter);
+  if (options.command == Command::Match) AddDescription(reader, options);
+  if (Draws(options.command)) reader.Text({"-o", "--output"}, options.output);
+  if (options.command == Command::Text) reader.Text({"--face"}, options.face);
+  const char* const needed = OperandOf(options.command);
+  if (needed) {
+    reader.Operands([&](const std::string& other) {
+      if (!operand.empty())
+        throw UsageError(std::string("more than ") + needed + ": '" + other + "'");
+      operand = other;
+    });
+  }
+  if (!reader.Read({arguments.begin() + 1, arguments.end()})) return {};
+  if (needed && operand.empty()) throw UsageError(word + " needs " + needed);
+  if (options.command == Command::Match) options.description.name = operand;
+  if (options.command == Command::Sheet) options.face = operand;
+  if (options.command == Command::Text) options.text = operand;
+  if (options.filter.strokedOnly && options.filter.outlineOnly) {
+    throw UsageError("--stroked and --outline exclude each other");
+  }
+  if (!Draws(options.command)) return options;
+  if (options.output.empty()) throw UsageError(word + " needs --output FILE");
+  examples::CheckPicture(options.output);
+  return options;
 }
 
 const char* UsageText() { return kUsage; }

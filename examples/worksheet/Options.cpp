@@ -1,9 +1,7 @@
 #include <examples/worksheet/Options.h>
 
+#include <examples/common/OptionReader.h>
 #include <examples/common/Program.h>
-
-#include <charconv>
-#include <string_view>
 
 namespace vlm::worksheet {
 namespace {
@@ -33,47 +31,26 @@ constexpr char kUsage[] =
     "\n"
     "The status is 0 if all was done, 1 if something failed, 2 for a wrong command line.\n";
 
-unsigned RowsOf(const std::string& text) {
-  constexpr unsigned kMost = 100'000'000;
-  unsigned rows = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), rows);
-  if (error != std::errc() || end != text.data() + text.size() || rows == 0 || rows > kMost) {
-    throw UsageError("--sample needs a number of rows up to 100000000, not '" + text + "'");
-  }
-  return rows;
-}
-
 }  // namespace
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
   Options options;
-  for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-    const std::string& name = *argument;
-    const auto value = [&]() -> const std::string& {
-      if (argument + 1 == arguments.end()) throw UsageError(name + " needs a value");
-      return *++argument;
-    };
-    if (name == "-h" || name == "--help") {
-      options.help = true;
-    } else if (name == "-o" || name == "--output") {
-      options.output = value();
-      if (!std::string_view(options.output).ends_with(".html")) {
-        throw UsageError("'" + options.output + "' does not end in .html");
-      }
-    } else if (name == "-s" || name == "--settings") {
-      options.settings = value();
-    } else if (name == "--progress") {
-      options.progress = true;
-    } else if (name == "--sample") {
-      options.sample = RowsOf(value());
-    } else if (name.size() > 1 && name.front() == '-') {
-      throw UsageError("unknown option '" + name + "'");
-    } else if (!options.file.empty()) {
-      throw UsageError("more than one table");
-    } else {
-      options.file = name;
+  examples::OptionReader reader;
+  reader.Value({"-o", "--output"}, [&](const std::string& page) {
+    if (!page.ends_with(".html")) throw UsageError("'" + page + "' does not end in .html");
+    options.output = page;
+  });
+  reader.Text({"-s", "--settings"}, options.settings);
+  reader.Flag({"--progress"}, options.progress);
+  reader.Value({"--sample"}, [&](const std::string& text) {
+    const auto rows = examples::NumberIn(text, 1u, 100'000'000u);
+    if (!rows) {
+      throw UsageError("--sample needs a number of rows up to 100000000, not '" + text + "'");
     }
-  }
+    options.sample = *rows;
+  });
+  reader.Operand(options.file, "table");
+  options.help = !reader.Read(arguments);
   if (options.help) return options;
   if (options.file.empty()) throw UsageError("a table is needed");
   if (options.output.empty() == (options.sample == 0)) {
