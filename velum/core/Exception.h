@@ -10,7 +10,7 @@
 ///     }
 
 #include <velum/core/Api.h>
-#include <velum/core/ErrorCodes.h>
+#include <velum/core/ErrorCodes.h>  // IWYU pragma: export
 #include <velum/core/GString.h>
 
 #include <cstdarg>

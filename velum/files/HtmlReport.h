@@ -9,7 +9,7 @@
 ///     report.WriteToFile("wells.html");
 
 #include <velum/core/Api.h>
-#include <velum/files/HtmlTags.h>
+#include <velum/files/HtmlTags.h>  // IWYU pragma: export
 
 #include <sstream>
 #include <string>
