@@ -10,7 +10,6 @@
 #include <cairo.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 #include <stdexcept>

@@ -6,7 +6,6 @@
 ///     const vlm::crashlab::Trace trace = vlm::crashlab::ReadTrace(trial.dump, trial.resolved);
 ///     for (const auto& frame : trace.frames) std::cout << frame.function << "\n";
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <numeric>
 #include <stdexcept>
-#include <string_view>
 
 namespace vlm::dates {
 namespace {

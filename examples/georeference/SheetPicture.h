@@ -5,12 +5,13 @@
 ///
 ///     vlm::georeference::DrawComparison(sheet.get(), points, trials, "georeference.png");
 
-#include <examples/common/Handles.h>
 #include <examples/georeference/ControlPoints.h>
 #include <examples/georeference/Trials.h>
 
 #include <string>
 #include <vector>
+
+struct _cairo_surface;
 
 namespace vlm::georeference {
 

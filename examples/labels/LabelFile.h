@@ -12,7 +12,6 @@
 ///
 ///     for (const auto& label : vlm::examples::ReadLabelFile("labels.txt")) Show(label.text);
 
-#include <cstddef>
 #include <iosfwd>
 #include <string>
 #include <vector>

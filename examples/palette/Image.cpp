@@ -2,7 +2,6 @@
 
 #include <velum/colour/ColorFormat.h>
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>

@@ -8,7 +8,6 @@
 #include <velum/colour/Dib.h>
 #include <velum/platform/Types.h>
 
-#include <cstddef>
 #include <vector>
 
 namespace vlm::palette {

@@ -6,8 +6,6 @@
 
 #include <cairo.h>
 
-#include <algorithm>
-
 namespace vlm::sketchbook {
 namespace {
 

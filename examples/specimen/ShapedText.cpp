@@ -2,6 +2,7 @@
 
 #include <velum/core/WideText.h>
 #include <velum/fonts/SystemFaceInfo.h>
+#include <examples/common/FontFile.h>
 
 #include <cairo.h>
 #include <ft2build.h>

@@ -8,13 +8,11 @@
 ///     shaper.Draw(context, shaped, vlm::Vec2d(40.0, 60.0), 24.0);
 
 #include <velum/geometry/Vec2.h>
-#include <examples/common/FontFile.h>
 #include <examples/specimen/FacePainter.h>
 #include <examples/specimen/TextPieces.h>
 
 #include <map>
 #include <memory>
-#include <string>
 #include <vector>
 
 struct _cairo;

@@ -6,8 +6,6 @@
 #include <cairo.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <sstream>
 #include <stdexcept>
 #include <string>

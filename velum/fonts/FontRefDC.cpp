@@ -8,7 +8,6 @@
 #include <cmath>
 #include <cstring>
 #include <new>
-#include <string>
 
 namespace vlm {
 

@@ -6,7 +6,6 @@
 #include <velum/geometry/detail/PolarDecomposition.h>
 
 #include <cmath>
-#include <utility>
 
 namespace vlm {
 

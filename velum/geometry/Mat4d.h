@@ -16,8 +16,6 @@
 #include <velum/geometry/detail/Pair.inl.h>
 #include <velum/platform/Types.h>
 
-#include <cstddef>
-
 namespace vlm {
 
 /// \cond the members are compiled into the library

@@ -9,7 +9,6 @@
 
 #include <cmath>
 #include <cstring>
-#include <iterator>
 
 namespace vlm {
 namespace {

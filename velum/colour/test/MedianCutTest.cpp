@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <random>
-#include <utility>
 #include <vector>
 
 namespace vlm {

@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <limits>
 #include <string>
 #include <typeinfo>
 #include <vector>

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <concepts>
 #include <map>
-#include <random>
 #include <sstream>
 #include <unordered_set>
 #include <vector>

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <locale>
-#include <random>
 #include <vector>
 
 namespace vlm {

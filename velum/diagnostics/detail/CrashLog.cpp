@@ -2,6 +2,7 @@
 
 #include <velum/diagnostics/Logger.h>
 #include <velum/platform/detail/SafeFile.h>
+#include <velum/platform/detail/SafeText.h>
 
 #include <array>
 #include <atomic>

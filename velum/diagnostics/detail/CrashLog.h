@@ -8,7 +8,6 @@
 ///     log.Line("Code = c0000005 (Access Violation)");
 ///     log.End();
 
-#include <velum/platform/detail/SafeText.h>
 
 #include <string_view>
 

@@ -9,7 +9,6 @@
 #include <fstream>
 #include <random>
 #include <string>
-#include <vector>
 
 namespace vlm::detail {
 namespace {

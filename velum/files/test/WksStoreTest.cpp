@@ -14,7 +14,6 @@
 #include <bit>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <map>
 #include <new>
 #include <random>

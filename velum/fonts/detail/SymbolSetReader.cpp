@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <string_view>
 
 namespace vlm::detail {
 

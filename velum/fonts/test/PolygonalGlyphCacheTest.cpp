@@ -11,7 +11,6 @@
 #include <memory>
 #include <random>
 #include <utility>
-#include <vector>
 
 namespace vlm {
 namespace {

@@ -7,7 +7,6 @@
 #include <cmath>
 #include <iterator>
 #include <numeric>
-#include <stdexcept>
 
 namespace vlm::detail {
 

@@ -12,9 +12,7 @@
 
 #include <clocale>
 #include <cmath>
-#include <cstdio>
 #include <random>
-#include <string>
 #include <utility>
 #include <vector>
 

@@ -13,10 +13,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <ostream>
 #include <random>
 #include <string>
-#include <utility>
 
 namespace vlm::test {
 

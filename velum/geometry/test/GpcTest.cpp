@@ -12,7 +12,6 @@
 #include <chrono>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <fstream>
 #include <limits>
 #include <random>

@@ -4,10 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <random>
 #include <type_traits>
 

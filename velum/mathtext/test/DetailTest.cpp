@@ -5,7 +5,6 @@
 #include <velum/platform/detail/LocalTime.h>
 #include <gtest/gtest.h>
 #include <cmath>
-#include <cstring>
 #include <ctime>
 #include <string>
 

@@ -9,7 +9,6 @@
 #include <cmath>
 #include <limits>
 #include <memory>
-#include <new>
 #include <string>
 #include <vector>
 

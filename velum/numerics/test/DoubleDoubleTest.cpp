@@ -13,9 +13,7 @@
 #include <cstdint>
 #include <limits>
 #include <random>
-#include <string>
 #include <tuple>
-#include <vector>
 
 namespace vlm {
 namespace {

@@ -8,8 +8,6 @@
 
 #include <velum/platform/Types.h>
 
-#include <cstdint>
-
 namespace vlm::platform {
 
 /// A crash, as the system tells of it. Texts are static.

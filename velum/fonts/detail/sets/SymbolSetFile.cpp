@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <fstream>
 #include <limits>
-#include <utility>
 
 namespace vlm::sets {
 

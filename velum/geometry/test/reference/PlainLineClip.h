@@ -8,7 +8,6 @@
 #include <velum/geometry/Vec2.h>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 #include <vector>
 
