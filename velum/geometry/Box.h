@@ -6,5 +6,7 @@
 ///     vlm::Box3d space(vlm::Vec3d::ZERO);  // the box of one point
 ///     space.Inflate(1, 1, 1);
 
-#include <velum/geometry/Box2.h>  // IWYU pragma: export
-#include <velum/geometry/Box3.h>  // IWYU pragma: export
+// IWYU pragma: begin_exports
+#include <velum/geometry/Box2.h>
+#include <velum/geometry/Box3.h>
+// IWYU pragma: end_exports

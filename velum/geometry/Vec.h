@@ -6,6 +6,8 @@
 ///     vlm::Vec3f fine(vlm::Vec3d(0.1, 0.2, 0.3));
 ///     double dot = fine.Dot(vlm::Vec3f::ONE);
 
-#include <velum/geometry/Vec2.h>  // IWYU pragma: export
-#include <velum/geometry/Vec3.h>  // IWYU pragma: export
-#include <velum/geometry/Vec4.h>  // IWYU pragma: export
+// IWYU pragma: begin_exports
+#include <velum/geometry/Vec2.h>
+#include <velum/geometry/Vec3.h>
+#include <velum/geometry/Vec4.h>
+// IWYU pragma: end_exports

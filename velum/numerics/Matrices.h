@@ -21,11 +21,13 @@
 ///   Operands that are changed then are what they were, or sized already with contents that are
 ///   undefined.
 
-#include <velum/numerics/MatrixArithmetic.h>  // IWYU pragma: export
-#include <velum/numerics/MatrixFill.h>  // IWYU pragma: export
-#include <velum/numerics/MatrixNorms.h>  // IWYU pragma: export
-#include <velum/numerics/MatrixParts.h>  // IWYU pragma: export
-#include <velum/numerics/MatrixPredicates.h>  // IWYU pragma: export
-#include <velum/numerics/MatrixProducts.h>  // IWYU pragma: export
-#include <velum/numerics/RMatrix.h>  // IWYU pragma: export
-#include <velum/numerics/RVector.h>  // IWYU pragma: export
+// IWYU pragma: begin_exports
+#include <velum/numerics/MatrixArithmetic.h>
+#include <velum/numerics/MatrixFill.h>
+#include <velum/numerics/MatrixNorms.h>
+#include <velum/numerics/MatrixParts.h>
+#include <velum/numerics/MatrixPredicates.h>
+#include <velum/numerics/MatrixProducts.h>
+#include <velum/numerics/RMatrix.h>
+#include <velum/numerics/RVector.h>
+// IWYU pragma: end_exports

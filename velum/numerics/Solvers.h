@@ -26,10 +26,12 @@
 /// - Nothing is thrown but `std::bad_alloc`. What is changed by the call may then be changed in
 ///   part.
 
-#include <velum/numerics/ConjugateGradients.h>  // IWYU pragma: export
-#include <velum/numerics/Eigenvectors.h>  // IWYU pragma: export
-#include <velum/numerics/GaussSolve.h>  // IWYU pragma: export
-#include <velum/numerics/LeastSquares.h>  // IWYU pragma: export
-#include <velum/numerics/SymmetricFactors.h>  // IWYU pragma: export
-#include <velum/numerics/TriangularSolves.h>  // IWYU pragma: export
-#include <velum/numerics/Tridiagonal.h>  // IWYU pragma: export
+// IWYU pragma: begin_exports
+#include <velum/numerics/ConjugateGradients.h>
+#include <velum/numerics/Eigenvectors.h>
+#include <velum/numerics/GaussSolve.h>
+#include <velum/numerics/LeastSquares.h>
+#include <velum/numerics/SymmetricFactors.h>
+#include <velum/numerics/TriangularSolves.h>
+#include <velum/numerics/Tridiagonal.h>
+// IWYU pragma: end_exports
