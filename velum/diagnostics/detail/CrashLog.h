@@ -8,7 +8,6 @@
 ///     log.Line("Code = c0000005 (Access Violation)");
 ///     log.End();
 
-
 #include <string_view>
 
 namespace vlm::detail {
