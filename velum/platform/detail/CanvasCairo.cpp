@@ -90,14 +90,14 @@ RECT ClipBoxOf(cairo_t* context) {
 
 /// The clip as boxes of whole pixels; false if it is something else.
 bool ClipBoxes(cairo_t* context, std::vector<RECT>& boxes) {
-  cairo_rectangle_list_t* const list = cairo_copy_clip_rectangle_list(context);
+  const std::unique_ptr<cairo_rectangle_list_t, decltype(&cairo_rectangle_list_destroy)> list(
+      cairo_copy_clip_rectangle_list(context), &cairo_rectangle_list_destroy);
   // There is a list only if its boxes are of whole pixels.
   const bool isWhole = list->status == CAIRO_STATUS_SUCCESS;
   for (int i = 0; isWhole && i < list->num_rectangles; ++i) {
     const cairo_rectangle_t& box = list->rectangles[i];
     boxes.push_back(Pixels(box.x, box.y, box.x + box.width, box.y + box.height));
   }
-  cairo_rectangle_list_destroy(list);
   return isWhole;
 }
 
