@@ -8,9 +8,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <ctime>
 #include <string>
+
+#include <unistd.h>
 
 namespace vlm {
 namespace {
@@ -54,6 +57,10 @@ TEST(LoggerReports, SectionsHaveTheirTitlesRulesAndLines) {
             "Virtual memory free = [0-9]+ MB\n\n"}}) {
     EXPECT_THAT(TextOf(row.report), MatchesRegex(row.text));
   }
+  const auto bytes = static_cast<std::uint64_t>(::sysconf(_SC_PHYS_PAGES)) *
+                     static_cast<std::uint64_t>(::sysconf(_SC_PAGE_SIZE));
+  EXPECT_THAT(TextOf(&CLogger::Memory),
+              HasSubstr("\nPhysical memory = " + std::to_string(bytes >> 20) + " MB\n"));
   // What a process starts with: all exceptions masked, 64 bits of precision.
   const std::string word = "Floating point control word = 0000037f\n";
   EXPECT_EQ(TextOf(&CLogger::Coprocessor),

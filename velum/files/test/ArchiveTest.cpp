@@ -12,8 +12,11 @@
 #include <testing/TemporaryFolder.h>
 #include <gtest/gtest.h>
 #include <climits>
+#include <cstddef>
 #include <functional>
+#include <memory>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -233,6 +236,23 @@ TEST(Archive, GraphsComeBackWithTheirCyclesAndSharing) {
   EXPECT_EQ(copy->leaf->weight, 2.5);
   EXPECT_EQ(shares, 2) << "a closed archive holds no share";
   EXPECT_EQ(Stored([copy](Archive& archive) mutable { archive.TransferObject(copy); }), stream);
+}
+
+TEST(Archive, ObjectsAreSharedHoweverManyThereAre) {
+  constexpr std::size_t kCount = 1000;
+  std::vector<std::shared_ptr<Leaf>> leaves(kCount);
+  for (auto& leaf : leaves) leaf = std::make_shared<Leaf>();
+  const auto transferTwice = [](Archive& archive, std::vector<std::shared_ptr<Leaf>>& first,
+                                std::vector<std::shared_ptr<Leaf>>& again) {
+    for (auto& leaf : first) archive.TransferObject(leaf);
+    for (auto& leaf : again) archive.TransferObject(leaf);
+  };
+  const Bytes stream = Stored([&](Archive& archive) { transferTwice(archive, leaves, leaves); });
+  std::vector<std::shared_ptr<Leaf>> first(kCount);
+  std::vector<std::shared_ptr<Leaf>> again(kCount);
+  EXPECT_EQ(ErrorOf(stream, [&](Archive& archive) { transferTwice(archive, first, again); }), -1);
+  EXPECT_EQ(first, again);
+  EXPECT_EQ(std::set(first.begin(), first.end()).size(), kCount);
 }
 
 TEST(Archive, ObjectOfTheWrongClassIsRefusedAndNotLeaked) {

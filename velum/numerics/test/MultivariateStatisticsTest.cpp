@@ -92,6 +92,8 @@ TEST(MultivariateStatistics, OfFewObservations) {
   CMultivariateStatistics stats;
   Load(stats, none);
   EXPECT_EQ(stats.Rows, 0u);
+  Load(stats, RMatrix(0, 3));
+  EXPECT_EQ(stats.Cols, 0u) << "variables without an observation have no figures";
   EXPECT_TRUE(std::isnan(ComputeCovariance(MatrixOf("1,2"))(0, 1)));
   const RMatrix constant = ComputeCorrelation(MatrixOf("1,2;1,3;1,5"));
   EXPECT_EQ(constant(0, 0), 1);
