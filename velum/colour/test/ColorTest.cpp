@@ -132,6 +132,17 @@ TEST(Hsl, IsFoundFromEveryForm) {
   }
 }
 
+TEST(Hsl, ChannelsThatDifferByLessThanTheirPrecisionHaveNoHue) {
+  double h = -1;
+  double s = -1;
+  double l = -1;
+  Color3f(0x1p-52f, 0, 0).GetHSL(h, s, l);
+  EXPECT_EQ(s, 1);
+  Color3f(0x1p-53f, 0, 0).GetHSL(h, s, l);
+  EXPECT_EQ(h, 0);
+  EXPECT_EQ(s, 0);
+}
+
 TEST(Hsl, MakesTheColourAgain) {
   for (const HslRow& row : kHslRows) {
     SCOPED_TRACE(row.why);
