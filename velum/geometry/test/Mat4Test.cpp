@@ -88,7 +88,7 @@ TYPED_TEST(EveryMat4, ComparesBitsOrWithinATolerance) {
   a[0][1] = b[0][1] = std::numeric_limits<T>::quiet_NaN();
   EXPECT_TRUE(a == b) << "equal NaNs";
   EXPECT_FALSE(a.Equals(b, 1));
-  for (const int at : {0, 1, 15}) {
+  for (const unsigned at : {0u, 1u, 15u}) {
     Mat c;
     c[at / 4][at % 4] += T(0.5);
     EXPECT_TRUE(c.Equals(Mat(), T(0.5)));
