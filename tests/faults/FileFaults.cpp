@@ -174,8 +174,8 @@ TEST_P(FileReplacing, LeavesTheOldFileOrTheNewOne) {
 
   for (int call = 0; call < static_cast<int>(run.calls.size()); ++call) {
     const std::string& name = run.calls[static_cast<std::size_t>(call)];
-    for (const auto fault :
-         {FileFault::kNoSpace, FileFault::kBroken, FileFault::kShort, FileFault::kKilled}) {
+    for (const auto fault : {FileFault::kNoSpace, FileFault::kStaysFull, FileFault::kBroken,
+                             FileFault::kShort, FileFault::kKilled}) {
       if (fault == FileFault::kShort && name != "write") continue;
       const Case disturbed(row);
       const TracedRun ended = RunTraced(disturbed.Folder(), row.work, {call, fault});

@@ -21,7 +21,9 @@ namespace {
 
 const char* const kLabel =
     "CO\\dn15 {\\fs65 2 of a text that is long}\\up15  flux ({\\red \\i \xB5mol} s\\up35 {\\fs65 "
-    "-1}\\dn35 ) below a {\\b bold word of some length}";
+    "-1})\n"
+    "a\\ssbeg(50,-100,left,baseline) below the line\\ssend  {\\f\"A face of a long name\" \\b "
+    "bold}\ttab";
 
 /// Finds the faces of the machine, which takes long.
 void FindFaces() { (void)CSystemFaceInfo::GetInstance(); }

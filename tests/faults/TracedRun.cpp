@@ -13,12 +13,15 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 
 namespace vlm::faults {
 namespace {
 
 #ifdef __x86_64__
+
+namespace fs = std::filesystem;
 
 using Registers = user_regs_struct;
 
@@ -101,6 +104,14 @@ bool Counts(pid_t child, const Call& call, const Registers& registers, const std
   return (flags & O_ACCMODE) != O_RDONLY;
 }
 
+/// Whether a call can't be done on a full disk: it writes, or makes a file.
+bool TakesRoom(pid_t child, const Call& call, const Registers& registers) {
+  const std::string name = call.name;
+  if (name.starts_with("write")) return true;
+  const bool isAt = call.names == Names::kPathAt;
+  return name == "open" && !fs::exists(TextAt(child, isAt ? registers.rsi : registers.rdi));
+}
+
 /// Follows a process from call to call.
 class Tracer {
  public:
@@ -145,7 +156,9 @@ class Tracer {
     const Call* const call = FindCall(static_cast<long>(registers.orig_rax));
     if (!call || !Counts(child_, *call, registers, folder_)) return;
     run.calls.emplace_back(call->name);
-    if (static_cast<int>(run.calls.size()) - 1 != at_.call) return;
+    const int number = static_cast<int>(run.calls.size()) - 1;
+    const bool isLater = at_.fault == FileFault::kStaysFull && at_.call >= 0 && number > at_.call;
+    if (number != at_.call && !(isLater && TakesRoom(child_, *call, registers))) return;
     switch (at_.fault) {
       case FileFault::kKilled:
         ::kill(child_, SIGKILL);
@@ -154,8 +167,9 @@ class Tracer {
         registers.rdx /= 2;
         break;
       case FileFault::kNoSpace:
+      case FileFault::kStaysFull:
       case FileFault::kBroken:
-        answer_ = at_.fault == FileFault::kNoSpace ? -ENOSPC : -EIO;
+        answer_ = at_.fault == FileFault::kBroken ? -EIO : -ENOSPC;
         // A descriptor is closed whatever close says.
         if (call->number != SYS_close) registers.orig_rax = static_cast<std::uint64_t>(-1);
     }

@@ -14,10 +14,11 @@ namespace vlm::faults {
 
 /// What befalls one call.
 enum class FileFault {
-  kNoSpace,  ///< It fails with ENOSPC.
-  kBroken,   ///< It fails with EIO.
-  kShort,    ///< A write takes half of its bytes.
-  kKilled,   ///< The process is killed as it makes it.
+  kNoSpace,    ///< It fails with ENOSPC.
+  kStaysFull,  ///< So does every later one that takes room: a write, or the making of a file.
+  kBroken,     ///< It fails with EIO.
+  kShort,      ///< A write takes half of its bytes.
+  kKilled,     ///< The process is killed as it makes it.
 };
 
 /// Which call fails, counted from 0, and how. None by default.
