@@ -94,11 +94,12 @@ bool Arc(const BasicBox2<T>& box, const BasicVec2<T>& start, const BasicVec2<T>&
 template <class T>
 bool Area(const BasicBox2<T>& box, const BasicVec2<T>& start, const BasicVec2<T>& end,
           unsigned count, unsigned extra, BasicVec2<T>* points, BasicBox2<T>* bounds) noexcept {
+  const BasicVec2<T> centre = box.Center();
   if (count < 2 + extra || !Arc(box, start, end, count - extra, points, bounds)) return false;
   const bool hasCentre = extra == 2;
-  if (hasCentre && bounds) bounds->ExtendBy(box.Center());
+  if (hasCentre && bounds) bounds->ExtendBy(centre);
   if (points) {
-    if (hasCentre) points[count - 2] = box.Center();
+    if (hasCentre) points[count - 2] = centre;
     points[count - 1] = points[0];
   }
   return true;

@@ -20,7 +20,8 @@ namespace vlm {
 /// corner first. `Box` names itself here, so that results are boxes again.
 ///
 /// Boxes are plain values and nothing keeps the minimum below the maximum: the emptiness of a box
-/// is nothing but its corners standing the wrong way round.
+/// is nothing but its corners standing the wrong way round. What an operation takes may be part of
+/// the box itself: `box -= box.MinCorner()` moves it to the origin.
 template <class Box, class Vec>
 class VELUM_API BoxBase {
  public:
@@ -95,8 +96,7 @@ class VELUM_API BoxBase {
 
   /// Sets both corners as they are.
   constexpr void Set(const Vec& minimum, const Vec& maximum) noexcept {
-    min_ = minimum;
-    max_ = maximum;
+    Self() = Box(minimum, maximum);
   }
   /// Makes the box empty: every minimum the largest number of its type, every maximum the most
   /// negative, so that `ExtendBy` of anything gives that thing.
@@ -153,29 +153,13 @@ class VELUM_API BoxBase {
   }
 
   /// Adds a vector to both corners.
-  constexpr Box& operator+=(const Vec& v) noexcept {
-    min_ += v;
-    max_ += v;
-    return Self();
-  }
+  constexpr Box& operator+=(const Vec& v) noexcept { return Self() = Box(min_ + v, max_ + v); }
   /// Subtracts a vector from both corners.
-  constexpr Box& operator-=(const Vec& v) noexcept {
-    min_ -= v;
-    max_ -= v;
-    return Self();
-  }
+  constexpr Box& operator-=(const Vec& v) noexcept { return Self() = Box(min_ - v, max_ - v); }
   /// Multiplies both corners by a vector, component by component.
-  constexpr Box& operator*=(const Vec& v) noexcept {
-    min_ *= v;
-    max_ *= v;
-    return Self();
-  }
+  constexpr Box& operator*=(const Vec& v) noexcept { return Self() = Box(min_ * v, max_ * v); }
   /// Divides both corners by a vector, component by component.
-  constexpr Box& operator/=(const Vec& v) noexcept {
-    min_ /= v;
-    max_ /= v;
-    return Self();
-  }
+  constexpr Box& operator/=(const Vec& v) noexcept { return Self() = Box(min_ / v, max_ / v); }
   /// Adds a number to all coordinates.
   constexpr Box& operator+=(Scalar s) noexcept {
     min_ += s;

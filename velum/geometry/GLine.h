@@ -30,10 +30,11 @@ class VELUM_API BasicGLine {
   [[nodiscard]] const Vec& GetBegin() const noexcept { return begin_; }
   /// Returns the point where the segment ends.
   [[nodiscard]] const Vec& GetEnd() const noexcept { return end_; }
-  /// Sets both points.
+  /// Sets both points, which may be the segment's own: `Set(GetEnd(), GetBegin())` turns it round.
   void Set(const Vec& begin, const Vec& end) noexcept {
+    const Vec newEnd = end;
     begin_ = begin;
-    end_ = end;
+    end_ = newEnd;
   }
 
   /// Copies both points.

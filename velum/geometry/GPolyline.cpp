@@ -12,7 +12,8 @@ namespace {
 
 constexpr int kDeepestDivision = 20;
 
-// Rounds half away from zero; what 32 bits can't hold gives the nearest integer, NaN gives 0.
+// Rounds half away from zero; what 32 bits can't hold gives the nearest integer, NaN gives 0. The
+// sum is rounded itself, as it is part of the interface: the `double` below 0.5 gives 1.
 std::int32_t Round(double value) noexcept {
   using Limits = std::numeric_limits<std::int32_t>;
   const double shifted = value < 0 ? value - 0.5 : value + 0.5;
@@ -80,8 +81,9 @@ void GPolyline::Append(const tagPOINT* points, unsigned count) {
 }
 
 void GPolyline::Append(const Vec2d& a, const Vec2d& b, const Vec2d& c, const Vec2d& d, int depth) {
+  // Copies, since the points may be the path's own.
   const Vec2d curve[] = {a, b, c, d};
-  AppendPoint(a);
+  AppendPoint(curve[0]);
   Divide(curve[0], curve[1], curve[2], curve[3], std::clamp(depth, 1, kDeepestDivision));
 }
 

@@ -36,8 +36,10 @@ Vec2d Weights(const Vec2d& hit, const Vec2d& side1, const Vec2d& side2) noexcept
 }  // namespace
 
 void Line3d::SetValue(const Vec3d& p0, const Vec3d& p1) noexcept {
+  // Either point may be the line's own position.
+  const Vec3d direction = (p1 - p0).Normalized();
   position_ = p0;
-  direction_ = (p1 - p0).Normalized();
+  direction_ = direction;
 }
 
 bool Line3d::GetClosestPoints(const Line3d& other, Vec3d& onThis, Vec3d& onOther) const noexcept {

@@ -37,9 +37,8 @@ class VELUM_API Line3d {
   }
   /// Writes the points where two lines come nearest to each other.
   ///
-  /// - Parallel lines: `false`, and nothing is written. Lines that are parallel but for rounding
-  /// may
-  ///   give points far away.
+  /// - Parallel lines: `false`, and nothing is written.
+  /// - Lines that are parallel but for rounding: points that may be far away.
   bool GetClosestPoints(const Line3d& other, Vec3d& onThis, Vec3d& onOther) const noexcept;
 
   /// Finds where the line meets a triangle, on either side of the position. Writes the point; its

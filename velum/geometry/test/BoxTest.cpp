@@ -205,6 +205,20 @@ TEST(Box, AppliesArithmeticToBothCorners) {
   EXPECT_EQ(space, Box3f(0, 1.5f, 4, 3, 3.5f, 3)) << "negative distances may invert";
 }
 
+TEST(Box, TakesCornersOfItsOwn) {
+  Box2d box(1, 2, 4, 6);
+  box -= box.MinCorner();
+  EXPECT_EQ(box, Box2d(0, 0, 3, 4));
+  box += box.MaxCorner();
+  EXPECT_EQ(box, Box2d(3, 4, 6, 8));
+  box *= box.MinCorner();
+  EXPECT_EQ(box, Box2d(9, 16, 18, 32));
+  box /= box.MinCorner();
+  EXPECT_EQ(box, Box2d(1, 1, 2, 2));
+  box.Set(box.MaxCorner(), box.MinCorner());
+  EXPECT_EQ(box, Box2d(2, 2, 1, 1));
+}
+
 TEST(Box, ListsItsCorners) {
   Vec2d plane[4];
   Box2d(1, 2, 3, 4).GetCorners(plane);

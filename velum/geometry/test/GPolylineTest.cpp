@@ -65,6 +65,14 @@ TEST(GPolyline, HalvesCurves) {
   EXPECT_EQ(own[own.GetNumVertices() - 1], Vec2d(4, 6)) << "the path's own points serve";
 }
 
+TEST(GPolyline, GoesOnWithACurveFromItsOwnStart) {
+  const GPolyline arch(Vec2d(100, 100), Vec2d(100, 108), Vec2d(108, 108), Vec2d(108, 100), 1);
+  GPolyline line(arch);  // a copy has no room to spare: its vertices move when it grows
+  line.Append(line[0], line[1], line[2], line[1], 1);
+  EXPECT_EQ(line.GetNumVertices(), 6u);
+  EXPECT_EQ(line.GetBBox(), Box2d(100, 100, 108, 106));
+}
+
 TEST(GPolyline, DividesNoDeeperThanMakesSense) {
   const Vec2d a(0, 0), d(8, 0);
   const unsigned deepest = GPolyline(a, Vec2d(0, 8), Vec2d(8, 8), d, 20).GetNumVertices();

@@ -31,6 +31,13 @@ TEST(Line3d, HasAUnitDirection) {
   EXPECT_TRUE(std::isnan(Line3d(Vec3d::ONE, Vec3d::ONE).GetDirection().x));
 }
 
+TEST(Line3d, MayGoOnFromItsOwnPosition) {
+  Line3d line = kAlongX;
+  line.SetValue(Vec3d(0, 3, 0), line.GetPosition());
+  EXPECT_EQ(line.GetPosition(), Vec3d(0, 3, 0));
+  EXPECT_EQ(line.GetDirection(), Vec3d(0, -1, 0));
+}
+
 TEST(Line3d, ClosestPointsLieAcross) {
   SCOPED_TRACE("seed 12");
   Random random;

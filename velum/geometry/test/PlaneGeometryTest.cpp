@@ -2,6 +2,7 @@
 
 #include <velum/geometry/Arcs.h>
 #include <velum/geometry/Constants.h>
+#include <velum/geometry/GLine.h>
 #include <velum/geometry/PointInPolygon.h>
 #include <velum/geometry/PolygonMeasures.h>
 #include <velum/geometry/Segments.h>
@@ -121,6 +122,13 @@ TEST(Segments, CollinearPointsSpanNoArea) {
       << "the tolerance is that of the type";
   EXPECT_FALSE(GAreCollinear(Vec2d(1, 1), Vec2d(1, 1), Vec2d(1, 1)));
   EXPECT_FALSE(GAreCollinear(Vec2d(kNaN, 1), Vec2d(2, 1), Vec2d(3, 1)));
+}
+
+TEST(GLine, IsTurnedRoundInPlace) {
+  GLine2 line(Vec2d(1, 2), Vec2d(3, 4));
+  line.Set(line.GetEnd(), line.GetBegin());
+  EXPECT_EQ(line.GetBegin(), Vec2d(3, 4));
+  EXPECT_EQ(line.GetEnd(), Vec2d(1, 2));
 }
 
 TEST(PolygonMeasures, SumOverContours) {
