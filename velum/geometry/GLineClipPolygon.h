@@ -47,11 +47,11 @@ class LineClipContour;
 /// *Cost*: making one is linear. A segment costs little more than the edges that it meets.
 class VELUM_API GLineClipPolygon {
  public:
-  /// A clipper without contours, which lets everything pass.
+  /// Makes a clipper without contours, which lets everything pass.
   GLineClipPolygon() noexcept;
-  /// A clipper to a polygon. An empty polygon gives none, as above.
+  /// Makes a clipper to a polygon. An empty polygon gives none, as above.
   explicit GLineClipPolygon(const GPolygon& polygon);
-  /// A clipper to several contours, `counts[i]` points each, one after the other in `points`.
+  /// Makes a clipper to several contours, `counts[i]` points each, one after the other in `points`.
   ///
   /// *Errors*: those of `GPolygon`.
   GLineClipPolygon(const Vec2d* points, const unsigned* counts, unsigned contourCount);
@@ -89,6 +89,7 @@ class VELUM_API GLineClipPolygon {
   /// Appends the pieces of a path that are inside, joined to runs. A piece goes on where the last
   /// run ended, if one of its ends is there (within 1e-5). A last run of one segment is turned
   /// round in search of such an end and stays so. Runs that the vectors hold already go on as well.
+  /// `points` must not lie in `outPoints`.
   ///
   /// - Fewer than 2 points, or a null array: nothing.
   void Clip(const Vec2d* points, unsigned count, std::vector<Vec2d>& outPoints,

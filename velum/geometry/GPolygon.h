@@ -153,7 +153,7 @@ class VELUM_API GPolygon {
   /// Hands the polygon over as triangle strips, one call for each. Gives false as soon as a call
   /// does, otherwise true. What the callback throws passes through.
   ///
-  /// *Errors*: those of the clipper, see Gpc.h.
+  /// *Errors*: `ERR_INTERNAL` for a null callback; those of the clipper, see Gpc.h.
   bool Decompose(DecomposeCallback callback, void* userData) const;
 
   /// Appends contours as the constructor takes them; the box grows to hold them.
@@ -169,7 +169,7 @@ class VELUM_API GPolygon {
 
   /// Reduces the polygon to what lies in both.
   ///
-  /// *Errors*: those of the clipper, see Gpc.h. So do the other set operations.
+  /// *Errors*: those of the clipper, see Gpc.h; the other set operations have them too.
   void Intersection(const GPolygon& other);
   /// Adds what lies in the other polygon.
   void Union(const GPolygon& other);

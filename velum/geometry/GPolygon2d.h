@@ -137,6 +137,8 @@ class VELUM_API GPolygon2d {
   bool IsRectangle(Box2d* box = nullptr) const;
   /// Hands the outer rings over as triangle strips: `GPolygon::Decompose` of `GPolygon(*this)`, so
   /// that holes are filled.
+  ///
+  /// *Errors*: as there.
   bool Decompose(DecomposeCallback callback, void* userData) const;
 
   /// Replaces the polygon by a copy of a multi-polygon, as it is.

@@ -31,15 +31,15 @@ namespace vlm {
 /// appended before.
 class VELUM_API GPolyline {
  public:
-  /// The empty path, with the empty box.
+  /// Makes the empty path, with the empty box.
   GPolyline() noexcept {}
-  /// A path of points, as `Append` appends them.
+  /// Makes a path of points, as `Append` appends them.
   GPolyline(const Vec2d* points, unsigned count) { Append(points, count); }
-  /// A path of integer points, as `Append` appends them.
+  /// Makes a path of integer points, as `Append` appends them.
   GPolyline(const tagPOINT* points, unsigned count) { Append(points, count); }
-  /// The empty path.
+  /// Makes the empty path.
   GPolyline(std::nullptr_t, unsigned) noexcept {}
-  /// A path along a cubic Bezier curve, as `Append` appends it.
+  /// Makes a path along a cubic Bezier curve, as `Append` appends it.
   GPolyline(const Vec2d& a, const Vec2d& b, const Vec2d& c, const Vec2d& d, int depth) {
     Append(a, b, c, d, depth);
   }

@@ -23,10 +23,10 @@
 /// The functions keep no state between calls and only read their inputs: they may run on several
 /// threads at once, as long as none writes a polygon that another uses.
 
+#include <velum/core/Api.h>
+
 #include <cstdint>
 #include <cstdio>
-
-#include <velum/core/Api.h>
 
 /// The set operations. Their numbers are part of the interface.
 enum gpc_op : int {

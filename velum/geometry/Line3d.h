@@ -48,7 +48,7 @@ class VELUM_API Line3d {
   /// - No hit; a triangle whose doubled area is at most 2.220446049250313e-16; a line parallel to
   ///   it to 1e-10: `false`, and nothing is written.
   ///
-  /// *Source:* Badouel, An efficient ray-polygon intersection, 1990.
+  /// *Source*: Badouel, An efficient ray-polygon intersection, 1990.
   bool Intersect(const Vec3d& v0, const Vec3d& v1, const Vec3d& v2, Vec3d& point,
                  Vec3d& barycentric, bool& front) const noexcept;
   /// Finds where the line enters a box and where it leaves it, on either side of the position.

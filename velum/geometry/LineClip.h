@@ -29,14 +29,14 @@ class VELUM_API CLineClip {
   /// Receives one visible run: its points and their number, good for the duration of the call.
   using Sink = boost::function<void(const Vec2d*, unsigned)>;
 
-  /// A disabled clipper over the empty box.
+  /// Makes a disabled clipper over the empty box.
   CLineClip() noexcept {}
-  /// A clipper to `box`, as `SetClipRect` sets it.
+  /// Makes a clipper to `box`, as `SetClipRect` sets it.
   explicit CLineClip(const Box2d& box) noexcept { SetClipRect(box); }
 
-  /// True if lines are clipped.
+  /// Tells whether lines are clipped.
   [[nodiscard]] bool IsClipEnabled() const noexcept { return enabled_; }
-  /// The rectangle, whether it is in force or not.
+  /// Returns the rectangle, whether it is in force or not.
   [[nodiscard]] const Box2d& GetClipRect() const noexcept { return box_; }
 
   /// Stores a rectangle as it is. It is in force if it has an area: without width or height, or

@@ -60,11 +60,11 @@ class VELUM_API Mat3d {
   /// Returns the turn about the origin, with rows (cos, sin) and (-sin, cos).
   [[nodiscard]] static Mat3d MakeRotation(double angle) noexcept;
 
-  /// Returns a row for reading; `row` is 0 to 2. *Lifetime:* that of the matrix.
+  /// Returns a row for reading; `row` is 0 to 2. *Lifetime*: that of the matrix.
   [[nodiscard]] constexpr const double* operator[](std::size_t row) const noexcept {
     return m_ + 3 * row;
   }
-  /// Returns the nine elements for reading. *Lifetime:* that of the matrix.
+  /// Returns the nine elements for reading. *Lifetime*: that of the matrix.
   [[nodiscard]] constexpr const double* ToDoubleArray() const noexcept { return m_; }
   /// Returns a row; `row` is 0 to 2.
   [[nodiscard]] constexpr Vec3d GetRow(std::size_t row) const noexcept {
@@ -116,9 +116,9 @@ class VELUM_API Mat3d {
   bool GetTransform(Vec2d* translation, Vec2d* scale, double* rotation,
                     double* shear) const noexcept;
 
-  /// Returns a row for writing; `row` is 0 to 2. *Lifetime:* that of the matrix.
+  /// Returns a row for writing; `row` is 0 to 2. *Lifetime*: that of the matrix.
   [[nodiscard]] constexpr double* operator[](std::size_t row) noexcept { return m_ + 3 * row; }
-  /// Returns the nine elements for writing. *Lifetime:* that of the matrix.
+  /// Returns the nine elements for writing. *Lifetime*: that of the matrix.
   [[nodiscard]] constexpr double* ToDoubleArray() noexcept { return m_; }
   /// Sets an affine transform: the third column becomes (0, 0, 1).
   constexpr void Set(double m00, double m01, double m10, double m11, double m20,

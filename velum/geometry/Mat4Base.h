@@ -55,7 +55,7 @@ class VELUM_API Mat4Base {
   /// Returns the matrix of a unit quaternion, as `Get` of the quaternion does.
   [[nodiscard]] static Mat MakeRotation(const Quat& rotation) noexcept;
 
-  /// Returns a row for reading. Of `row` the lowest two bits count. *Lifetime:* that of the matrix.
+  /// Returns a row for reading. Of `row` the lowest two bits count. *Lifetime*: that of the matrix.
   [[nodiscard]] constexpr const T* operator[](std::size_t row) const noexcept {
     return m_ + 4 * (row & 3);
   }
@@ -97,7 +97,7 @@ class VELUM_API Mat4Base {
   ///   not looked at.
   /// - An element that is infinite or NaN: the results mean nothing.
   ///
-  /// *Source:* Shoemake and Duff, Matrix animation and polar decomposition, 1992.
+  /// *Source*: Shoemake and Duff, Matrix animation and polar decomposition, 1992.
   void GetTransform(Vec3& translation, Quat& rotation, Vec3& scale,
                     Quat& scaleOrientation) const noexcept;
   /// Factors the matrix about `center`, which is given: into what `SetTransform` of the same
@@ -105,7 +105,7 @@ class VELUM_API Mat4Base {
   void GetTransform(Vec3& translation, Quat& rotation, Vec3& scale, Quat& scaleOrientation,
                     const Vec3& center) const noexcept;
 
-  /// Returns a row for writing. *Lifetime:* that of the matrix; see the note on the type at Mat4d.
+  /// Returns a row for writing. *Lifetime*: that of the matrix; see the note on the type at Mat4d.
   [[nodiscard]] constexpr T* operator[](std::size_t row) noexcept {
     return Changed().m_ + 4 * (row & 3);
   }

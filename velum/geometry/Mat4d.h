@@ -64,9 +64,9 @@ class VELUM_API Mat4d : public Mat4Base<Mat4d, double> {
   /// Converts from `float`.
   Mat4d(const Mat4f& m) noexcept;
 
-  /// Returns the sixteen elements for reading. *Lifetime:* that of the matrix.
+  /// Returns the sixteen elements for reading. *Lifetime*: that of the matrix.
   [[nodiscard]] const double* ToDoubleArray() const noexcept { return m_; }
-  /// Returns the sixteen elements for writing and forgets the type. *Lifetime:* that of the matrix.
+  /// Returns the sixteen elements for writing and forgets the type. *Lifetime*: that of the matrix.
   [[nodiscard]] double* ToDoubleArray() noexcept {
     ForgetType();
     return m_;
@@ -122,7 +122,7 @@ class VELUM_API Mat4d : public Mat4Base<Mat4d, double> {
   /// Transforms `count` points, with z = 0 where they have none. Points are divided by their
   /// homogeneous coordinate where the matrix is complex. Integer targets are rounded half away from
   /// zero and limited to what 32 bits hold; NaN gives 0. `source` and `target` are apart, or one
-  /// array. *Cost:* one look at the type, then the least arithmetic that it allows.
+  /// array. *Cost*: one look at the type, then the least arithmetic that it allows.
   void Transform(const POINT* source, Vec2d* target, unsigned int count) const noexcept;
   /// Transforms points of the plane to integers.
   void Transform(const Vec2d* source, POINT* target, unsigned int count) const noexcept;

@@ -45,9 +45,9 @@ class VELUM_API Mat4f : public Mat4Base<Mat4f, float> {
   /// Converts from `double`, each element rounded.
   explicit Mat4f(const Mat4d& m) noexcept;
 
-  /// Returns the sixteen elements for reading. *Lifetime:* that of the matrix.
+  /// Returns the sixteen elements for reading. *Lifetime*: that of the matrix.
   [[nodiscard]] constexpr const float* ToFloatArray() const noexcept { return m_; }
-  /// Returns the sixteen elements for writing. *Lifetime:* that of the matrix.
+  /// Returns the sixteen elements for writing. *Lifetime*: that of the matrix.
   [[nodiscard]] constexpr float* ToFloatArray() noexcept { return m_; }
 
   /// Tells whether the matrix equals `IDENTITY` bit for bit.
@@ -56,8 +56,7 @@ class VELUM_API Mat4f : public Mat4Base<Mat4f, float> {
   /// Writes the inverse. A matrix may be inverted into itself.
   ///
   /// - Affine, with a determinant (in `double`) below 2.220446049250313e-16 of what it sums, or
-  /// with
-  ///   nothing to sum: singular.
+  ///   with nothing to sum: singular.
   /// - Otherwise singular where an elimination step finds no pivot but 0.
   /// - Infinities and NaN where they reach a determinant or a choice of pivot: not inverted.
   /// - Singular or not inverted: `false`, and `out` stays as it was.

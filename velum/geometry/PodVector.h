@@ -42,39 +42,39 @@ class VELUM_API CPodVector {
   /// The type of sizes and indices.
   using size_type = std::size_t;
 
-  /// An empty array.
+  /// Makes an empty array.
   CPodVector() noexcept : data_(Inline()), size_(0), capacity_(N) {}
-  /// A copy of the elements.
+  /// Copies the elements.
   CPodVector(const CPodVector& other) : CPodVector() { append(other.data_, other.size_); }
   ~CPodVector() {
     if (!IsInline()) std::free(data_);
   }
 
-  /// The number of elements.
+  /// Returns the number of elements.
   [[nodiscard]] size_type size() const noexcept { return size_; }
-  /// The number of elements for which there is room.
+  /// Returns the number of elements for which there is room.
   [[nodiscard]] size_type capacity() const noexcept { return capacity_; }
-  /// True if there is no element.
+  /// Tells whether there is no element.
   [[nodiscard]] bool empty() const noexcept { return size_ == 0; }
-  /// The first element.
+  /// Points to the first element.
   [[nodiscard]] const T* data() const noexcept { return data_; }
-  /// The first element, to be changed.
+  /// Points to the first element, to be changed.
   [[nodiscard]] T* data() noexcept { return data_; }
-  /// The first element.
+  /// Points to the first element.
   [[nodiscard]] const T* begin() const noexcept { return data_; }
-  /// The first element, to be changed.
+  /// Points to the first element, to be changed.
   [[nodiscard]] T* begin() noexcept { return data_; }
-  /// The place behind the last element.
+  /// Points to the place behind the last element.
   [[nodiscard]] const T* end() const noexcept { return data_ + size_; }
-  /// The place behind the last element, to be changed.
+  /// Points to the place behind the last element, to be changed.
   [[nodiscard]] T* end() noexcept { return data_ + size_; }
-  /// An element; `index` is not checked.
+  /// Returns an element; `index` is not checked.
   [[nodiscard]] const T& operator[](size_type index) const noexcept { return data_[index]; }
-  /// An element, to be changed; `index` is not checked.
+  /// Gives access to an element; `index` is not checked.
   [[nodiscard]] T& operator[](size_type index) noexcept { return data_[index]; }
-  /// The last element, of which there must be one.
+  /// Returns the last element, of which there must be one.
   [[nodiscard]] const T& back() const noexcept { return data_[size_ - 1]; }
-  /// The last element, of which there must be one, to be changed.
+  /// Gives access to the last element, of which there must be one.
   [[nodiscard]] T& back() noexcept { return data_[size_ - 1]; }
 
   /// Makes room for `count` elements in all.

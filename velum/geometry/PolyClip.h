@@ -23,9 +23,9 @@ namespace vlm {
 /// *Source*: Sutherland and Hodgman, "Reentrant polygon clipping", 1974.
 class VELUM_API CPolyClip {
  public:
-  /// A clipper to the empty box, which leaves nothing.
+  /// Makes a clipper to the empty box, which leaves nothing.
   CPolyClip() noexcept : CPolyClip(Box2d()) {}
-  /// A clipper to `box`, as `SetClipRect` sets it.
+  /// Makes a clipper to `box`, as `SetClipRect` sets it.
   explicit CPolyClip(const Box2d& box) noexcept { SetClipRect(box); }
 
   /// Sets the rectangle. An inverted one leaves nothing.
@@ -44,7 +44,8 @@ class VELUM_API CPolyClip {
   }
 
   /// Appends the clipped path to `out` and returns the number of points that it has. Neither path
-  /// repeats its first point at the end. What lies on an edge of the rectangle is inside.
+  /// repeats its first point at the end. What lies on an edge of the rectangle is inside. `points`
+  /// must not lie in `out`.
   ///
   /// - No points, or `points` null: 0.
   ///

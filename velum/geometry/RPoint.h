@@ -46,9 +46,9 @@ class VELUM_API RPoints {
   /// Takes over a list.
   explicit RPoints(std::vector<RPoint> points) noexcept : points_(std::move(points)) {}
 
-  /// Gives access to the points. *Lifetime:* that of this object.
+  /// Gives access to the points. *Lifetime*: that of this object.
   [[nodiscard]] std::vector<RPoint>& Points() noexcept { return points_; }
-  /// Gives access to the points for reading. *Lifetime:* that of this object.
+  /// Gives access to the points for reading. *Lifetime*: that of this object.
   [[nodiscard]] const std::vector<RPoint>& Points() const noexcept { return points_; }
 
  private:

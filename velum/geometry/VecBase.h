@@ -37,9 +37,9 @@ class VELUM_API VecBase : public Point {
   using Point::Point;
 
   /// Converts to a pointer to the components, which lie one after the other in the vector.
-  /// *Lifetime:* that of the vector.
+  /// *Lifetime*: that of the vector.
   operator Scalar*() noexcept { return reinterpret_cast<Scalar*>(this); }
-  /// Converts to a pointer to the components for reading. *Lifetime:* that of the vector.
+  /// Converts to a pointer to the components for reading. *Lifetime*: that of the vector.
   operator const Scalar*() const noexcept { return reinterpret_cast<const Scalar*>(this); }
 
   /// Returns the sum of the products of like components. For `float` vectors it is computed in

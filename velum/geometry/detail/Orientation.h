@@ -4,8 +4,7 @@
 /// Exact answers about points of the plane: on which side of a line a point lies, and which way
 /// round a ring runs.
 ///
-///     int side = vlm::detail::Orientation(a, b, c);  // 1: c lies to the left of the way from a to
-///     b
+///     int side = vlm::detail::Orientation(a, b, c);  // 1: c is left of the way from a to b
 ///
 /// Coordinates must be finite, and may be of any size: nothing overflows or underflows.
 

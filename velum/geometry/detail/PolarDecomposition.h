@@ -24,7 +24,7 @@ struct Stretch {
 /// - Singular: one or more factors are 0 or rounding errors; the rotation fits what is left.
 /// - Infinities or NaN: factors that mean nothing.
 ///
-/// *Source:* Shoemake and Duff, Matrix animation and polar decomposition, 1992.
+/// *Source*: Shoemake and Duff, Matrix animation and polar decomposition, 1992.
 [[nodiscard]] Stretch Decompose(const Mat3d& linear) noexcept;
 
 }  // namespace vlm::detail

@@ -12,10 +12,11 @@ namespace vlm::detail {
 /// where no ring meets another or itself, otherwise `repaired`, which is filled.
 ///
 /// The area is what lies in more outer than inner rings, whichever way they run.
+///
 /// - Rings that touch in points, or along edges: what they bound together is bounded anew. Edges
-/// with area on both sides go.
+///   with area on both sides go.
 /// - Rings in rings of the same kind, paths of no width, points that repeat, rings that are not
-/// closed: likewise.
+///   closed: likewise.
 /// - Rings of no area go.
 ///
 /// No point is computed: all points of the result are points of the rings.

@@ -7,7 +7,8 @@ namespace vlm::detail {
 
 /// Raises `ERR_POLYGON_CLIPPING`: an invariant of the sweep is broken.
 [[noreturn]] void ThrowBrokenSweep(int line);
-/// Raises `ERR_INTERNAL`: null pointers and vertices that are not finite.
+/// Raises `ERR_INTERNAL`: a null pointer, a number that is no operation, or a vertex that is not
+/// finite.
 [[noreturn]] void ThrowBadInput(int line);
 
 }  // namespace vlm::detail
