@@ -105,6 +105,15 @@ struct WIN32_FIND_DATAA {
   char cAlternateFileName[14];     ///< A short form of the name.
 };
 
+inline constexpr std::uint32_t FILE_ATTRIBUTE_READONLY = 0x0001;    ///< May not be written.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_HIDDEN = 0x0002;      ///< Is not usually shown.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_SYSTEM = 0x0004;      ///< Belongs to the system.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_DIRECTORY = 0x0010;   ///< Is a folder.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_ARCHIVE = 0x0020;     ///< Waits for a backup.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_NORMAL = 0x0080;      ///< Has no other attribute.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_TEMPORARY = 0x0100;   ///< Will not stay.
+inline constexpr std::uint32_t FILE_ATTRIBUTE_COMPRESSED = 0x0800;  ///< Is stored compressed.
+
 /// What a `HKEY` points to. No object of it exists.
 struct HKEY__ {
   int unused;  ///< Not in use.
@@ -139,6 +148,10 @@ struct EXCEPTION_POINTERS {
   CONTEXT* ContextRecord;             ///< The state; null if it is not known.
 };
 
+/// Memory that the program may not use in this way. The first parameter is 0 for reading and 1 for
+/// writing, the second is the address.
+inline constexpr std::uint32_t EXCEPTION_ACCESS_VIOLATION = 0xC0000005;
+
 /// A number that nobody else gives to what it names.
 struct GUID {
   std::uint32_t Data1;    ///< The first 32 bits.
@@ -146,19 +159,6 @@ struct GUID {
   std::uint16_t Data3;    ///< The next 16.
   std::uint8_t Data4[8];  ///< The other 64.
 };
-
-/// Memory that the program may not use in this way. The first parameter is 0 for reading and 1 for
-/// writing, the second is the address.
-inline constexpr std::uint32_t EXCEPTION_ACCESS_VIOLATION = 0xC0000005;
-
-inline constexpr std::uint32_t FILE_ATTRIBUTE_READONLY = 0x0001;    ///< May not be written.
-inline constexpr std::uint32_t FILE_ATTRIBUTE_HIDDEN = 0x0002;      ///< Is not usually shown.
-inline constexpr std::uint32_t FILE_ATTRIBUTE_SYSTEM = 0x0004;      ///< Belongs to the system.
-inline constexpr std::uint32_t FILE_ATTRIBUTE_DIRECTORY = 0x0010;   ///< Is a folder.
-inline constexpr std::uint32_t FILE_ATTRIBUTE_ARCHIVE = 0x0020;     ///< Waits for a backup.
-inline constexpr std::uint32_t FILE_ATTRIBUTE_NORMAL = 0x0080;      ///< Has no other attribute.
-inline constexpr std::uint32_t FILE_ATTRIBUTE_TEMPORARY = 0x0100;   ///< Will not stay.
-inline constexpr std::uint32_t FILE_ATTRIBUTE_COMPRESSED = 0x0800;  ///< Is stored compressed.
 
 /// The size and place of a glyph. x goes right and y up from the place of the pen.
 struct GLYPHMETRICS {
@@ -414,7 +414,7 @@ using tag_SCRIPT_ITEM = SCRIPT_ITEM;             ///< `SCRIPT_ITEM` under its ta
 static_assert(sizeof(POINT) == 8 && sizeof(RECT) == 16 && sizeof(SIZE) == 8);
 static_assert(sizeof(RGBQUAD) == 4);
 static_assert(sizeof(BITMAPINFOHEADER) == 40 && sizeof(BITMAPINFO) == 44);
-static_assert(sizeof(RGBQUAD) == 4 && sizeof(GUID) == 16);
+static_assert(sizeof(GUID) == 16);
 static_assert(sizeof(GLYPHMETRICS) == 20 && sizeof(LOGFONTA) == 60);
 static_assert(sizeof(TEXTMETRICA) == 56 && sizeof(OUTLINETEXTMETRICA) == 212);
 static_assert(sizeof(SCRIPT_ANALYSIS) == 4 && sizeof(SCRIPT_ITEM) == 8);
