@@ -4,10 +4,12 @@
 
 #include <testing/TemporaryFolder.h>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <ctime>
 #include <fstream>
 #include <string>
@@ -95,6 +97,10 @@ TEST(FileFindWildCards, AreThoseOfTheSystemThatThePathsComeFrom) {
   }
 }
 
+std::uint64_t Ticks(const FILETIME& time) {
+  return std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+}
+
 TEST_F(FileFind, DescribesWhatItFinds) {
   CFileFind find(pattern_ + "b.TXT");
   ASSERT_TRUE(find.FindNextFileA());
@@ -104,8 +110,7 @@ TEST_F(FileFind, DescribesWhatItFinds) {
   EXPECT_EQ(find.GetFileNameNoExt(), "b");
   EXPECT_EQ(find.GetLength(), 5u);
   EXPECT_EQ(find.GetFindData().cAlternateFileName[0], '\0');
-  const FILETIME time = find.GetFindData().ftLastWriteTime;
-  const std::uint64_t ticks = std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+  const std::uint64_t ticks = Ticks(find.GetFindData().ftLastWriteTime);
   // 1 January 1601 to 1 January 1970: 369 years with 89 leap days.
   const auto seconds = static_cast<std::time_t>(ticks / 10000000) - (369 * 365 + 89) * 86400ll;
   EXPECT_NEAR(static_cast<double>(seconds), static_cast<double>(std::time(nullptr)), 60);
@@ -130,6 +135,37 @@ TEST_F(FileFind, DescribesWhatItFinds) {
     EXPECT_EQ(find.IsDots(), row.name == std::string(".."));
     EXPECT_TRUE(find.MatchesMask(0xFFFF) && !find.MatchesMask(0));
   }
+}
+
+TEST(FileFindTimes, ThatTheRecordCantHoldAreZero) {
+  // This file system keeps every time that it is given, where others cut it.
+  const std::string name = "/dev/shm/velum-" + std::to_string(getpid());
+  const std::ofstream file(name);
+  if (!file) GTEST_SKIP() << "there is no file system in memory";
+  constexpr std::uint64_t kSecondsFrom1601 = 11'644'473'600;
+  const struct {
+    const char* why;
+    std::int64_t seconds;
+    std::uint64_t ticks;
+  } rows[] = {
+      {"before 1601", -11'644'473'601, 0},
+      {"1601", -11'644'473'600, 0},
+      {"a second later", -11'644'473'599, 10'000'000},
+      {"30,000 years on", 900'000'000'000, (900'000'000'000 + kSecondsFrom1601) * 10'000'000},
+      {"beyond 63 bits", 1'000'000'000'000, 0},
+      {"beyond 64 bits", 2'000'000'000'000, 0},
+  };
+  for (const auto& row : rows) {
+    const timespec times[] = {{row.seconds, 0}, {row.seconds, 0}};
+    struct stat status {};
+    ASSERT_EQ(utimensat(AT_FDCWD, name.c_str(), times, 0), 0) << row.why;
+    ASSERT_EQ(stat(name.c_str(), &status), 0);
+    if (status.st_mtime != row.seconds) continue;
+    CFileFind find(name);
+    EXPECT_TRUE(find.FindNextFileA()) << row.why;
+    EXPECT_EQ(Ticks(find.GetFindData().ftLastWriteTime), row.ticks) << row.why;
+  }
+  unlink(name.c_str());
 }
 
 TEST_F(FileFind, ALargeFileAndADanglingLinkAreFound) {

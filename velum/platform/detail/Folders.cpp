@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <memory>
 
 namespace vlm::platform {
@@ -19,7 +20,8 @@ FILETIME FileTimeOf(const struct statx_timestamp& time) {
   constexpr std::int64_t kSecondsFrom1601 = 11644473600;
   constexpr std::int64_t kTicks = 10000000;
   constexpr std::int64_t kNanosecondsInTick = 100;
-  if (time.tv_sec < -kSecondsFrom1601) return {};
+  constexpr std::int64_t kLast = std::numeric_limits<std::int64_t>::max() / kTicks - 1;
+  if (time.tv_sec < -kSecondsFrom1601 || time.tv_sec > kLast - kSecondsFrom1601) return {};
   const auto ticks = static_cast<std::uint64_t>((time.tv_sec + kSecondsFrom1601) * kTicks +
                                                 time.tv_nsec / kNanosecondsInTick);
   return {static_cast<std::uint32_t>(ticks), static_cast<std::uint32_t>(ticks >> 32)};
@@ -40,9 +42,13 @@ bool ListFolder(const std::string& folder, std::vector<std::string>& names) {
   const std::string native = folder.empty() ? "." : NativePath(folder.c_str());
   const std::unique_ptr<DIR, int (*)(DIR*)> open(::opendir(native.c_str()), &::closedir);
   if (!open) return false;
-  errno = 0;
-  while (const dirent* const entry = ::readdir(open.get())) names.emplace_back(entry->d_name);
-  return errno == 0;
+  for (;;) {
+    // Only errno tells a failure from the end, and keeping a name may set it.
+    errno = 0;
+    const dirent* const entry = ::readdir(open.get());
+    if (!entry) return errno == 0;
+    names.emplace_back(entry->d_name);
+  }
 }
 
 bool DescribeEntry(const std::string& folder, const std::string& name, WIN32_FIND_DATAA& entry) {

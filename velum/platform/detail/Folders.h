@@ -25,7 +25,8 @@ namespace vlm::platform {
 /// The attributes are those that this system knows: a folder; read-only where nobody has the
 /// permission to write; hidden for a name that begins with a point, other than "." and ".."; normal
 /// for none of these. The size of a folder is 0, the short name empty. Where the file system does
-/// not keep the time of creation, it is that of the last write.
+/// not keep the time of creation, it is that of the last write. A time before 1601 or beyond 63
+/// bits is 0.
 [[nodiscard]] bool DescribeEntry(const std::string& folder, const std::string& name,
                                  WIN32_FIND_DATAA& entry);
 
