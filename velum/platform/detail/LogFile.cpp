@@ -5,7 +5,6 @@
 #include <velum/platform/detail/SystemMessages.h>
 
 #include <fcntl.h>
-#include <pthread.h>
 #include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -20,8 +19,6 @@ namespace vlm::platform {
 namespace {
 
 constexpr unsigned int kPermissions = 0666;
-/// A longer line does not keep its memory.
-constexpr std::size_t kMemoryKept = 64 * 1024;
 
 /// Removes a file so that whoever has it open keeps what it held. What can't be removed will be
 /// emptied.
@@ -35,6 +32,13 @@ std::string LossNote(std::size_t lines, int error) {
   const char* const reason = SystemErrorText(static_cast<unsigned long>(error));
   return "(" + std::to_string(lines) + (lines == 1 ? " line" : " lines") +
          " lost: " + (reason ? reason : "unknown reason") + ")\n";
+}
+
+/// Empties a text, which keeps its memory for the next one unless that is much.
+void Empty(std::string& text) noexcept {
+  constexpr std::size_t kMost = 64 * 1024;
+  if (text.capacity() > kMost) std::string().swap(text);
+  text.clear();
 }
 
 /// Keeps the signal of a pipe without a reader from the process, unless it was on its way already.
@@ -100,30 +104,32 @@ bool LogFile::Open(const char* path, bool keeps) {
 }
 
 bool LogFile::Append(std::string_view line) {
-  out_ = std::move(rest_);
-  rest_.clear();
+  out_ = rest_;
   if (lost_ > 0) out_ += LossNote(lost_, error_);
   const std::size_t begin = out_.size();
   out_.reserve(begin + line.size() + 1);
   out_ += line;
   out_ += '\n';
 
+  // From here on no memory is asked for, so that what the file lacks stays known.
   const std::size_t done = Write();
   const bool whole = done == out_.size();
-  if (whole) {
-    lost_ = 0;
-  } else if (done > begin) {
-    rest_ = out_.substr(done);
+  if (done > begin) {
     lost_ = 0;
   } else {
     // A note that was begun is a text to finish, and the count starts anew; one that was not is
     // made again with the new number.
-    const std::size_t old = lost_ > 0 ? begin - LossNote(lost_, error_).size() : begin;
-    if (done > old) lost_ = 0;
-    rest_ = out_.substr(done, (done > old ? begin : old) - done);
-    ++lost_;
+    const bool noteBegan = done > rest_.size();
+    out_.resize(noteBegan ? begin : rest_.size());
+    lost_ = noteBegan ? 1 : lost_ + 1;
   }
-  if (out_.capacity() > kMemoryKept) out_ = {};
+  if (whole) {
+    Empty(rest_);
+  } else {
+    out_.erase(0, done);
+    rest_.swap(out_);
+  }
+  Empty(out_);
   return whole;
 }
 
