@@ -2,10 +2,11 @@
 
 #include <velum/platform/detail/CrashCodes.h>
 #include <velum/platform/detail/CrashContext.h>
+#include <velum/platform/detail/SharedObject.h>
+#include <velum/platform/detail/Stack.h>
+#include <velum/platform/detail/SteadyTicks.h>
 #include <velum/platform/detail/UncaughtException.h>
 
-#include <dlfcn.h>
-#include <pthread.h>
 #include <setjmp.h>
 #include <signal.h>
 #include <sys/mman.h>
@@ -46,7 +47,7 @@ constinit std::atomic<unsigned int> theProgress{0};
 constinit std::atomic<bool> theStepHasNoLimit{false};
 /// What ends a step that takes too long, as the system calls it; the owner's alone.
 constinit int theTimer = -1;
-/// When a step has taken too long, in seconds of the clock that is never set.
+/// When a step has taken too long, in seconds of the steady clock.
 constinit std::atomic<std::int64_t> theDeadline{0};
 
 /// Stands at the low end of each stack that the library gives, where the handler finds it.
@@ -68,17 +69,6 @@ constexpr int kDisarms = std::numeric_limits<int>::min();
 /// For what goes wrong in the report, which would else begin again at the top of the stack that the
 /// report runs on.
 alignas(16) constinit std::byte theSecondStack[std::size_t{64} * 1024];
-
-/// The lowest address of the calling thread's usual stack; 0 if it is not known. Allocates.
-std::uintptr_t LowestOfStack() noexcept {
-  pthread_attr_t attributes;
-  if (::pthread_getattr_np(::pthread_self(), &attributes) != 0) return 0;
-  void* lowest = nullptr;
-  std::size_t size = 0;
-  const int failed = ::pthread_attr_getstack(&attributes, &lowest, &size);
-  ::pthread_attr_destroy(&attributes);
-  return failed ? 0 : reinterpret_cast<std::uintptr_t>(lowest);
-}
 
 /// How large the main thread's stack may become, which may change; any other's does not.
 rlim_t LimitOfStack() noexcept {
@@ -208,11 +198,7 @@ void LeaveStep() noexcept {
   if (theStepRuns.exchange(false)) ::siglongjmp(theWayOut, 1);
 }
 
-std::int64_t Now() noexcept {
-  timespec now{};
-  ::clock_gettime(CLOCK_MONOTONIC, &now);
-  return now.tv_sec;
-}
+std::int64_t NowInSeconds() noexcept { return SteadyNanoseconds() / 1'000'000'000; }
 
 /// Makes a timer whose signal goes to the calling thread alone: one sent to the process could end
 /// a call that another thread waits in, or be taken by a thread that waits for signals. By system
@@ -235,7 +221,7 @@ void SetTimer(unsigned int seconds) noexcept {
 extern "C" void velum_on_crash_alarm(int) {
   const int error = errno;
   // The program may have alarms of its own.
-  if (theOwner == Self() && Now() >= theDeadline) LeaveStep();
+  if (theOwner == Self() && NowInSeconds() >= theDeadline) LeaveStep();
   errno = error;
 }
 
@@ -274,15 +260,6 @@ void UseSecondStack() noexcept {
   ::sigaltstack(&stack, nullptr);
 }
 
-/// Keeps the module of this code from being unloaded: the system would call what is gone.
-void StayLoaded() noexcept {
-  Dl_info info{};
-  if (::dladdr(reinterpret_cast<void*>(&SetDefault), &info) == 0 || !info.dli_fname) return;
-  if (void* const module = ::dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE)) {
-    ::dlclose(module);
-  }
-}
-
 extern "C" void velum_on_crash(int signal, siginfo_t* info, void* context) {
   const int error = errno;
   CrashEnd end = CrashEnd::kBySignal;
@@ -310,7 +287,7 @@ extern "C" void velum_on_crash(int signal, siginfo_t* info, void* context) {
 bool AreCrashesReported() noexcept { return theReporter != nullptr; }
 
 void InstallCrashSignals(CrashReporter reporter) noexcept {
-  StayLoaded();
+  KeepThisLibrary();
   theReporter = reporter;
   struct sigaction action {};
   action.sa_sigaction = &velum_on_crash;
@@ -331,7 +308,7 @@ bool RunStep(unsigned int seconds, void (*step)(void*), void* argument) noexcept
     ++theProgress;
     return false;
   }
-  theDeadline = seconds == 0 ? INT64_MAX : Now() + seconds;
+  theDeadline = seconds == 0 ? INT64_MAX : NowInSeconds() + seconds;
   theStepRuns = true;
   SetTimer(seconds);
   step(argument);

@@ -1,9 +1,9 @@
 #include <velum/platform/detail/HostLookup.h>
 
-#include <dlfcn.h>
+#include <velum/platform/detail/SharedObject.h>
+
 #include <netdb.h>
 #include <netinet/in.h>
-#include <pthread.h>
 #include <signal.h>
 #include <sys/socket.h>
 
@@ -50,15 +50,6 @@ void Run(const std::shared_ptr<Lookup>& lookup) {
   lookup->finished.notify_one();
 }
 
-/// Keeps the module of this code from being unloaded under a thread that runs it.
-void StayLoaded() noexcept {
-  Dl_info info{};
-  if (::dladdr(reinterpret_cast<void*>(&Resolve), &info) == 0 || !info.dli_fname) return;
-  if (void* const module = ::dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE)) {
-    ::dlclose(module);
-  }
-}
-
 /// Has all signals blocked for as long as it lives: a thread that begins meanwhile blocks them too.
 class SignalsBlocked {
  public:
@@ -79,7 +70,7 @@ class SignalsBlocked {
 
 std::optional<Ipv4Address> LookUpHost(const std::string& name, std::chrono::milliseconds limit) {
   const auto lookup = std::make_shared<Lookup>(name);
-  StayLoaded();
+  KeepThisLibrary();
   try {
     const SignalsBlocked blocked;
     std::thread([lookup] { Run(lookup); }).detach();

@@ -1,5 +1,7 @@
 #include <velum/platform/detail/SafeFile.h>
 
+#include <velum/platform/detail/SteadyTicks.h>
+
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/stat.h>
@@ -9,7 +11,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <ctime>
 
 namespace vlm::platform {
 namespace {
@@ -18,11 +19,7 @@ constexpr int kPatienceMs = 2000;
 /// A pipe that is ready takes as much at once.
 constexpr std::size_t kAtOnce = 4096;
 
-std::int64_t NowMs() noexcept {
-  timespec now{};
-  ::clock_gettime(CLOCK_MONOTONIC, &now);
-  return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000;
-}
+std::int64_t NowMs() noexcept { return SteadyNanoseconds() / 1'000'000; }
 
 /// Waits until a descriptor is ready; false after that time.
 bool IsReady(int file, short event, std::int64_t limitMs) noexcept {

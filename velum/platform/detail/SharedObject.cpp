@@ -90,6 +90,14 @@ void* OpenSharedObject(const char* path) {
   return name.empty() ? nullptr : ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 
+void KeepThisLibrary() noexcept {
+  Dl_info info{};
+  if (::dladdr(&kAddress, &info) == 0 || !info.dli_fname) return;
+  if (void* const self = ::dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE)) {
+    ::dlclose(self);
+  }
+}
+
 void CloseSharedObject(void* library) noexcept { ::dlclose(library); }
 
 void* FindSymbol(void* library, const char* name) noexcept { return ::dlsym(library, name); }

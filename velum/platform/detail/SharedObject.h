@@ -15,6 +15,10 @@ namespace vlm::platform {
 /// is cut short is refused, since the loader would not survive it.
 [[nodiscard]] void* OpenSharedObject(const char* path);
 
+/// Keeps this library, which the process could unload, in memory until the process ends: for code
+/// that a thread or the handler of a signal may run at any time.
+void KeepThisLibrary() noexcept;
+
 /// Lets a library go that was opened, and not null.
 void CloseSharedObject(void* library) noexcept;
 

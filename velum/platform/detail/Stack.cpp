@@ -3,26 +3,11 @@
 #include <velum/platform/detail/CrashSignals.h>
 
 #include <pthread.h>
-#include <cstdint>
+
 #include <exception>
 
 namespace vlm::platform {
 namespace {
-
-// What is taken to be left where the system does not tell.
-constexpr std::size_t kAssumed = 64 * 1024;
-
-// The lowest address of the calling thread's stack.
-std::uintptr_t LowestAddress(std::uintptr_t here) noexcept {
-  const std::uintptr_t assumed = here > kAssumed ? here - kAssumed : 0;
-  pthread_attr_t attributes;
-  if (pthread_getattr_np(pthread_self(), &attributes) != 0) return assumed;
-  void* lowest = nullptr;
-  std::size_t size = 0;
-  const int failed = pthread_attr_getstack(&attributes, &lowest, &size);
-  pthread_attr_destroy(&attributes);
-  return failed ? assumed : reinterpret_cast<std::uintptr_t>(lowest);
-}
 
 struct Work {
   void (*task)(void*);
@@ -44,10 +29,24 @@ void* Run(void* argument) {
 
 }  // namespace
 
+std::uintptr_t LowestOfStack() noexcept {
+  pthread_attr_t attributes;
+  if (::pthread_getattr_np(::pthread_self(), &attributes) != 0) return 0;
+  void* lowest = nullptr;
+  std::size_t size = 0;
+  const int failed = ::pthread_attr_getstack(&attributes, &lowest, &size);
+  ::pthread_attr_destroy(&attributes);
+  return failed ? 0 : reinterpret_cast<std::uintptr_t>(lowest);
+}
+
 std::size_t StackLeft() noexcept {
+  constexpr std::size_t kAssumed = 64 * 1024;
   // The address of a variable would not do: the address sanitizer keeps variables elsewhere.
   const auto here = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
-  static thread_local const std::uintptr_t lowest = LowestAddress(here);
+  static thread_local const std::uintptr_t lowest = [here] {
+    const std::uintptr_t known = LowestOfStack();
+    return known != 0 ? known : here - kAssumed;
+  }();
   return here > lowest ? here - lowest : 0;
 }
 
