@@ -1,13 +1,11 @@
 #include <velum/platform/detail/Displays.h>
 
+#include <velum/platform/detail/Folders.h>
 #include <velum/platform/detail/InputFile.h>
-
-#include <dirent.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <vector>
 
 namespace vlm::platform {
@@ -32,20 +30,6 @@ std::optional<Resolution> ReadResolution(const std::string& text, char separator
   return size;
 }
 
-struct Closer {
-  void operator()(DIR* stream) const noexcept { ::closedir(stream); }
-};
-
-/// The names in a folder, in their order; nothing if it is not there.
-std::optional<std::vector<std::string>> NamesIn(const std::string& folder) {
-  const std::unique_ptr<DIR, Closer> stream(::opendir(folder.c_str()));
-  if (!stream) return std::nullopt;
-  std::vector<std::string> names;
-  while (const dirent* const entry = ::readdir(stream.get())) names.emplace_back(entry->d_name);
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
 }  // namespace
 
 DisplayFacts ReadDisplayFacts(const std::string& classes) {
@@ -55,9 +39,11 @@ DisplayFacts ReadDisplayFacts(const std::string& classes) {
     if (value && facts.name.empty()) facts.name = value;
   }
   const std::string drm = classes + "/drm/";
-  if (const auto outputs = NamesIn(drm)) {
+  std::vector<std::string> outputs;
+  if (ListFolder(drm, outputs)) {
+    std::sort(outputs.begin(), outputs.end());
     facts.monitors = 0;
-    for (const std::string& output : *outputs) {
+    for (const std::string& output : outputs) {
       if (FirstLine(drm + output + "/status") != "connected") continue;
       ++*facts.monitors;
       if (!facts.screen) facts.screen = ReadResolution(FirstLine(drm + output + "/modes"), 'x');

@@ -2,9 +2,11 @@
 
 #include <velum/platform/detail/Modules.h>
 #include <velum/platform/detail/NativePath.h>
+#include <velum/platform/detail/SystemMessages.h>
 
 #include <dlfcn.h>
 #include <link.h>
+#include <stdio.h>
 #include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,8 +17,6 @@
 namespace vlm::platform {
 
 namespace {
-
-constexpr int kFileExists = 80;
 
 /// The loader's record of a module that `module` is the handle of.
 const link_map* MapOfHandle(const void* module) {

@@ -7,6 +7,7 @@
 ///
 /// What fails says so and leaves the reason in errno.
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -36,7 +37,7 @@ bool RemoveFolder(const char* path);
 /// Makes one folder.
 bool MakeFolder(const char* path);
 
-/// Makes 80 the last error, which stands for a file that is there already.
+/// Makes `kFileExists` of SystemMessages.h the last error.
 void SetFileExistsError() noexcept;
 
 /// The folder for temporary files, with a separator at its end.

@@ -1,6 +1,7 @@
 #include <velum/platform/detail/FontTables.h>
 
-#include <fcntl.h>
+#include <velum/platform/detail/InputFile.h>
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -62,28 +63,22 @@ class Bytes {
 
 class FontFile {
  public:
-  explicit FontFile(const std::string& name)
-      : descriptor_(::open(name.c_str(), O_RDONLY | O_CLOEXEC)) {
+  explicit FontFile(const std::string& name) {
     struct ::stat status {};
-    if (descriptor_ >= 0 && ::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode)) {
+    if (file_.OpenNative(name) && ::fstat(file_.Descriptor(), &status) == 0) {
       size_ = static_cast<std::uint64_t>(status.st_size);
     }
-  }
-  FontFile(const FontFile&) = delete;
-  FontFile& operator=(const FontFile&) = delete;
-  ~FontFile() {
-    if (descriptor_ >= 0) ::close(descriptor_);
   }
 
   [[nodiscard]] bool Holds(std::uint64_t place, std::uint64_t size) const {
     return place <= size_ && size <= size_ - place;
   }
   [[nodiscard]] Bytes Read(std::uint64_t place, std::size_t size) const {
-    return Holds(place, 1) ? Bytes(descriptor_, place, size) : Bytes();
+    return Holds(place, 1) ? Bytes(file_.Descriptor(), place, size) : Bytes();
   }
 
  private:
-  int descriptor_;
+  InputFile file_;
   std::uint64_t size_ = 0;
 };
 

@@ -1,6 +1,10 @@
 #include <velum/platform/detail/NativePath.h>
 
+#include <stdlib.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <memory>
 
 namespace vlm::platform {
 
@@ -9,6 +13,12 @@ std::string NativePath(const char* path) {
   if (HasDrive(native)) return {};
   std::replace(native.begin(), native.end(), '\\', '/');
   return native;
+}
+
+std::string AbsoluteNativePath(const std::string& native) {
+  if (native.empty() || native.front() == '/') return native;
+  const std::unique_ptr<char, decltype(&::free)> folder(::getcwd(nullptr, 0), &::free);
+  return folder ? std::string(folder.get()) + '/' + native : std::string();
 }
 
 std::string PathFromNative(std::string native) {

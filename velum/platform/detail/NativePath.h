@@ -24,6 +24,10 @@ namespace vlm::platform {
 /// - With a drive, of which this system has none: empty.
 [[nodiscard]] std::string NativePath(const char* path);
 
+/// A path of the system from the root on, links and dots as they are; empty if it is empty, or
+/// begins in a current folder that is gone.
+[[nodiscard]] std::string AbsoluteNativePath(const std::string& native);
+
 /// A folder or file of the system as a path of the library.
 [[nodiscard]] std::string PathFromNative(std::string native);
 

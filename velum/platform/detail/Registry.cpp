@@ -118,13 +118,6 @@ int UseLog(sqlite3* connection) {
   return Run(connection, "PRAGMA synchronous = NORMAL");
 }
 
-/// An absolute path to the same file; empty if there is none.
-std::string Absolute(const std::string& path) {
-  if (path.empty() || path[0] == '/') return path;
-  const std::unique_ptr<char, decltype(&::free)> folder(::getcwd(nullptr, 0), &::free);
-  return folder ? std::string(folder.get()) + '/' + path : std::string();
-}
-
 bool IsThere(const std::string& path, int access) {
   return ::faccessat(AT_FDCWD, path.c_str(), access, AT_EACCESS) == 0;
 }
@@ -189,7 +182,7 @@ class Store {
     const std::lock_guard lock(mutex_);
     Close(true);
     chosen_.reset();
-    if (!path.empty()) chosen_ = Absolute(NativePath(path.c_str()));
+    if (!path.empty()) chosen_ = AbsoluteNativePath(NativePath(path.c_str()));
     named_.clear();
   }
 
@@ -275,7 +268,7 @@ class Store {
     const char* const named = std::getenv("VELUM_REGISTRY");
     if (named && *named) {
       if (named_ != named) {
-        namedPath_ = Absolute(named);
+        namedPath_ = AbsoluteNativePath(named);
         named_ = named;
       }
       return namedPath_;

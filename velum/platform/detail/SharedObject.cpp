@@ -8,7 +8,6 @@
 #include <link.h>
 #include <stdlib.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdint>
 #include <memory>
@@ -24,13 +23,6 @@ std::string LoaderName(const char* path) {
   const std::string_view text(path);
   return text.find_first_of("\\/") == std::string_view::npos && !HasDrive(text) ? std::string(text)
                                                                                 : NativePath(path);
-}
-
-/// A path that holds whatever becomes the current folder, since the loader keeps what it is given.
-std::string Absolute(const std::string& path) {
-  if (path.front() == '/') return path;
-  const std::unique_ptr<char, decltype(&::free)> folder(::getcwd(nullptr, 0), &::free);
-  return folder ? std::string(folder.get()) + '/' + path : path;
 }
 
 /// An address in this library.
@@ -84,7 +76,8 @@ std::string FileInSearchedFolders(const std::string& name) {
 void* OpenSharedObject(const char* path) {
   std::string name = LoaderName(path);
   if (name.find('/') != std::string::npos) {
-    name = Absolute(name);
+    // The loader keeps what it is given, whatever becomes the current folder.
+    name = AbsoluteNativePath(name);
     if (IsCut(name)) return nullptr;
   }
   return name.empty() ? nullptr : ::dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL);

@@ -7,10 +7,12 @@
 
 namespace vlm::platform {
 
-/// The English text for one of `errno`'s numbers; null for a number that the system does not know.
-///
-/// 80 stands for a file that exists already, as the library's callers know it, and not for what
-/// this system counts so.
+/// A file exists already: the number that the library's callers know that by, whatever the system
+/// has for it and means by this one.
+inline constexpr int kFileExists = 80;
+
+/// The English text for one of `errno`'s numbers or `kFileExists`; null for a number that the
+/// system does not know.
 [[nodiscard]] const char* SystemErrorText(unsigned long number) noexcept;
 
 /// The calling thread's last error number.
