@@ -1,13 +1,14 @@
 #include <velum/platform/detail/ElfNames.h>
 
 #include <velum/platform/detail/InputFile.h>
+#include <velum/platform/detail/Uninterrupted.h>
 
 #include <link.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace vlm::platform {
@@ -206,9 +207,10 @@ ByteSource::~ByteSource() = default;
 std::size_t FileBytes::Read(std::uint64_t offset, void* data, std::size_t count) const {
   std::size_t done = 0;
   while (done < count && offset <= INT64_MAX - done) {
-    const ssize_t got = ::pread(file_.Descriptor(), static_cast<char*>(data) + done, count - done,
-                                static_cast<off_t>(offset + done));
-    if (got == -1 && errno == EINTR) continue;
+    const ssize_t got = Uninterrupted([&] {
+      return ::pread(file_.Descriptor(), static_cast<char*>(data) + done, count - done,
+                     static_cast<off_t>(offset + done));
+    });
     if (got <= 0) break;
     done += static_cast<std::size_t>(got);
   }

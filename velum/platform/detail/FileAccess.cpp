@@ -1,6 +1,7 @@
 #include <velum/platform/detail/FileAccess.h>
 
 #include <velum/platform/detail/NativePath.h>
+#include <velum/platform/detail/Uninterrupted.h>
 
 #include <fcntl.h>
 #include <stdio_ext.h>
@@ -53,14 +54,6 @@ void CloseKeepingError(int file) {
   const int error = errno;
   ::close(file);
   errno = error;
-}
-
-/// Runs a call of the system again as long as signals interrupt it.
-template <class Call>
-auto Uninterrupted(Call call) {
-  auto result = call();
-  while (result == -1 && errno == EINTR) result = call();
-  return result;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <velum/platform/detail/FileAccess.h>
 #include <velum/platform/detail/NativePath.h>
+#include <velum/platform/detail/Uninterrupted.h>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <vector>
 
 namespace vlm::platform {
@@ -66,10 +68,7 @@ std::string LockName(const std::string& target) {
 /// failure.
 int OpenLock(const std::string& name, int flags, mode_t mode) {
   constexpr int kAlways = O_CLOEXEC | O_NOFOLLOW | O_NOCTTY | O_NONBLOCK;
-  int file = -1;
-  do {
-    file = ::open(name.c_str(), flags | kAlways, mode);
-  } while (file == -1 && errno == EINTR);
+  const int file = Uninterrupted([&] { return ::open(name.c_str(), flags | kAlways, mode); });
   if (file == -1) {
     if (errno == ELOOP || errno == EISDIR || errno == ENXIO) errno = EEXIST;
     return -1;
@@ -84,11 +83,7 @@ int OpenLock(const std::string& name, int flags, mode_t mode) {
 
 /// Waits for the lock. Where a file system has none nobody may go on: two would write one file.
 bool Lock(int file) {
-  int result = 0;
-  do {
-    result = ::flock(file, LOCK_EX);
-  } while (result != 0 && errno == EINTR);
-  return result == 0;
+  return Uninterrupted([file] { return ::flock(file, LOCK_EX); }) == 0;
 }
 
 }  // namespace

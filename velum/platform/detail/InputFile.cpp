@@ -2,6 +2,7 @@
 
 #include <velum/platform/detail/FileAccess.h>
 #include <velum/platform/detail/NativePath.h>
+#include <velum/platform/detail/Uninterrupted.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -18,10 +19,8 @@ InputFile::~InputFile() {
 bool InputFile::Open(const char* path) { return OpenNative(NativePath(path)); }
 
 bool InputFile::OpenNative(const std::string& native) {
-  int file = -1;
-  do {
-    file = ::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
-  } while (file == -1 && errno == EINTR);
+  constexpr int kFlags = O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
+  const int file = Uninterrupted([&] { return ::open(native.c_str(), kFlags); });
   if (file == -1) return false;
   struct stat status {};
   int error = ::fstat(file, &status) == 0 ? 0 : errno;

@@ -1,6 +1,7 @@
 #include <velum/platform/detail/SafeFile.h>
 
 #include <velum/platform/detail/SteadyTicks.h>
+#include <velum/platform/detail/Uninterrupted.h>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -73,11 +74,7 @@ int OpenToAppend(const char* path, bool keeps) noexcept {
 int OpenToRead(const char* path) noexcept { return OpenAtOnce(path, O_RDONLY, 0); }
 
 std::int64_t ReadSafely(int file, char* out, std::size_t size) noexcept {
-  ssize_t count = -1;
-  do {
-    count = ::read(file, out, size);
-  } while (count < 0 && errno == EINTR);
-  return count;
+  return Uninterrupted([&] { return ::read(file, out, size); });
 }
 
 bool WriteSafely(int file, std::string_view text) noexcept {

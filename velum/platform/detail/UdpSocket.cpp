@@ -1,11 +1,11 @@
 #include <velum/platform/detail/UdpSocket.h>
 
+#include <velum/platform/detail/Uninterrupted.h>
+
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
-
-#include <cerrno>
 
 namespace vlm::platform {
 
@@ -24,12 +24,11 @@ bool SendDatagram(int socket, Ipv4Address address, std::uint16_t port,
   to.sin_family = AF_INET;
   to.sin_port = htons(port);
   to.sin_addr.s_addr = address;
-  ssize_t sent = -1;
-  do {
-    sent = ::sendto(socket, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL,
+  const auto send = [&] {
+    return ::sendto(socket, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL,
                     reinterpret_cast<const sockaddr*>(&to), sizeof(to));
-  } while (sent == -1 && errno == EINTR);
-  return sent != -1;
+  };
+  return Uninterrupted(send) != -1;
 }
 
 void CloseUdpSocket(int socket) noexcept { ::close(socket); }
