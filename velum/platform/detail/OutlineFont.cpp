@@ -12,6 +12,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <mutex>
 #include <string_view>
 
@@ -56,26 +58,25 @@ std::int32_t Clamped(long value, long least = -32767, long most = 32767) {
 
 std::unique_ptr<OutlineFont> OutlineFont::Open(const std::string& file, unsigned int index) {
   Library& library = TheLibrary();
-  FT_Face face = nullptr;
+  std::unique_ptr<OutlineFont> font(new OutlineFont);
   {
     const std::lock_guard lock(library.lock);
     if (!library.handle ||
-        FT_New_Face(library.handle, file.c_str(), static_cast<FT_Long>(index), &face) != 0) {
+        FT_New_Face(library.handle, file.c_str(), static_cast<FT_Long>(index), &font->face_) != 0) {
       return nullptr;
     }
   }
-  std::unique_ptr<OutlineFont> font(new OutlineFont(face));
-  return FT_IS_SCALABLE(face) ? std::move(font) : nullptr;
-}
-
-OutlineFont::OutlineFont(FT_FaceRec_* face) : face_(face) {
+  const FT_Face face = font->face_;
+  if (!FT_IS_SCALABLE(face)) return nullptr;
   // FreeType chose a Unicode map if there is one, made from glyph names where need be.
   if (!face->charmap || face->charmap->encoding != FT_ENCODING_UNICODE) {
-    isSymbol_ = FT_Select_Charmap(face, FT_ENCODING_MS_SYMBOL) == 0;
+    font->isSymbol_ = FT_Select_Charmap(face, FT_ENCODING_MS_SYMBOL) == 0;
   }
+  return font;
 }
 
 OutlineFont::~OutlineFont() {
+  if (!face_) return;
   const std::lock_guard lock(TheLibrary().lock);
   FT_Done_Face(face_);
 }

@@ -50,10 +50,10 @@ class OutlineFont {
   [[nodiscard]] FT_FaceRec_* Handle() const noexcept { return face_; }
 
  private:
-  explicit OutlineFont(FT_FaceRec_* face);
+  OutlineFont() = default;
   void FillFromOwnTables(OUTLINETEXTMETRICA& record) const;
 
-  FT_FaceRec_* face_;
+  FT_FaceRec_* face_ = nullptr;
   bool isSymbol_ = false;
 };
 
