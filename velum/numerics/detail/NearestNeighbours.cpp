@@ -169,7 +169,7 @@ NearestNeighbours FindNearestNeighbours(Points points) {
   const SiteTree tree(SitesOf(points));
   const Search search(points, tree, out);
   constexpr std::size_t kGrain = 256;
-  ForRanges(tree.Nodes().size(), kGrain, [&](std::size_t begin, std::size_t end) {
+  platform::ForRanges(tree.Nodes().size(), kGrain, [&](std::size_t begin, std::size_t end) {
     for (const SiteTree::Node& node : tree.Nodes().subspan(begin, end - begin)) {
       if (node.IsLeaf()) {
         search.Run(node);

@@ -5,7 +5,7 @@
 #include <atomic>
 #include <new>
 
-namespace vlm::detail {
+namespace vlm::platform {
 namespace {
 
 // The service does not come back from a start that found no memory.
@@ -37,4 +37,4 @@ void ForRanges(std::size_t count, std::size_t grain,
   body(0, count);
 }
 
-}  // namespace vlm::detail
+}  // namespace vlm::platform

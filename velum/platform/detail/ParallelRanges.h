@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <functional>
 
-namespace vlm::detail {
+namespace vlm::platform {
 
 /// Calls `body(begin, end)` for parts of the range from 0 to `count` that together make it up, some
 /// of them at once, and returns when all have returned.
@@ -17,4 +17,4 @@ namespace vlm::detail {
 void ForRanges(std::size_t count, std::size_t grain,
                const std::function<void(std::size_t begin, std::size_t end)>& body);
 
-}  // namespace vlm::detail
+}  // namespace vlm::platform

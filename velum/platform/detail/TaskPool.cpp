@@ -3,7 +3,7 @@
 #include <tbb/blocked_range.h>
 #include <tbb/parallel_for.h>
 
-namespace vlm::detail {
+namespace vlm::platform {
 
 void RunOnAllProcessors(std::size_t count, std::size_t grain,
                         const std::function<void(std::size_t begin, std::size_t end)>& body) {
@@ -12,4 +12,4 @@ void RunOnAllProcessors(std::size_t count, std::size_t grain,
                     [&](const Range& range) { body(range.begin(), range.end()); });
 }
 
-}  // namespace vlm::detail
+}  // namespace vlm::platform

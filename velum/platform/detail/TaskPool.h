@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <functional>
 
-namespace vlm::detail {
+namespace vlm::platform {
 
 /// Calls `body(begin, end)` for parts of the range from 0 to `count`, and returns when all have
 /// returned.
@@ -16,4 +16,4 @@ namespace vlm::detail {
 void RunOnAllProcessors(std::size_t count, std::size_t grain,
                         const std::function<void(std::size_t begin, std::size_t end)>& body);
 
-}  // namespace vlm::detail
+}  // namespace vlm::platform
