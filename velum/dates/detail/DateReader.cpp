@@ -114,7 +114,7 @@ class Reader {
   template <class Names>
   bool TakeName(const Names& names, unsigned int& index) {
     const std::string_view word = Word();
-    for (unsigned int i = 0; word.size() >= 3 && i < names.size(); ++i) {
+    for (unsigned int i = 0; i < names.size(); ++i) {
       if (EqualsFolded(word, names[i]) || EqualsFolded(word, names[i].substr(0, 3))) {
         at_ += word.size();
         index = i;

@@ -68,7 +68,7 @@ struct Moment {
 /// Raises the internal error in the name of dates.
 [[noreturn]] void RaiseMisuse(int line);
 
-/// The same as a result; misuse, told as coming from `line`, for what has none.
+/// The moment of a stored number; misuse, told as coming from `line`, for one that has none.
 [[nodiscard]] inline Moment MomentOf(double date, int line) {
   Moment moment;
   if (!MomentOfDate(date, moment)) RaiseMisuse(line);

@@ -1,5 +1,6 @@
 #include <velum/dates/detail/PlainDate.h>
 
+#include <velum/dates/DateTime.h>
 #include <velum/dates/detail/Calendar.h>
 #include <velum/dates/detail/NumberMeaning.h>
 
