@@ -11,7 +11,14 @@
 /// surface has, from where its origin lies; those of a surface of vectors count its units. Colours
 /// are red, green, blue from the lowest byte up. Nothing is painted out of the clip of the context.
 
+#include <velum/platform/Types.h>
 #include <velum/platform/detail/Painting.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+struct _cairo;
 
 namespace vlm::platform {
 
@@ -28,6 +35,7 @@ struct CanvasPen {
 /// A surface that lines, areas and copies are put on. Has identity; one thread at a time.
 class Canvas {
  public:
+  /// Holds on to a context that is good; `MakeCanvas` looks at it first.
   explicit Canvas(struct _cairo* context) noexcept;
   Canvas(const Canvas&) = delete;
   Canvas& operator=(const Canvas&) = delete;

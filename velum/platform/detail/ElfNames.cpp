@@ -3,6 +3,7 @@
 #include <velum/platform/detail/InputFile.h>
 #include <velum/platform/detail/Uninterrupted.h>
 
+#include <elf.h>
 #include <link.h>
 #include <unistd.h>
 

@@ -55,7 +55,9 @@ class FontCatalog {
   FontCatalog& operator=(const FontCatalog&) = delete;
   ~FontCatalog();
 
+  /// Whether the list could be made; it is empty if not.
   [[nodiscard]] FontCatalogStatus Status() const noexcept { return status_; }
+  /// The faces.
   [[nodiscard]] const std::vector<FontEntry>& Fonts() const noexcept { return fonts_; }
   /// The files of faces that were left out, with the reason; also files that are named as fonts are
   /// but can't be read, if there are not hundreds of them.

@@ -1,4 +1,5 @@
 #include <velum/platform/detail/FontFallback.h>
+
 #include <velum/platform/detail/Shaper.h>
 #include <velum/platform/detail/Utf8.h>
 

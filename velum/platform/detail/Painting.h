@@ -11,8 +11,6 @@
 /// those of filled rectangles count pixels. Colours are alpha, red, green, blue from the highest
 /// byte down.
 
-#include <velum/platform/Types.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <memory>

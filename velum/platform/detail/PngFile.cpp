@@ -105,9 +105,8 @@ class PngData {
       const int result = deflate(&stream_, isLast ? Z_FINISH : Z_NO_FLUSH);
       used_ = out_.size() - stream_.avail_out;
       const bool isDone = isLast ? result == Z_STREAM_END : stream_.avail_out != 0;
-      if ((isDone ? isLast : true) && !PutChunk("IDAT", out_.data(), std::exchange(used_, 0))) {
-        return false;
-      }
+      const bool isChunk = isLast || !isDone;
+      if (isChunk && !PutChunk("IDAT", out_.data(), std::exchange(used_, 0))) return false;
       if (isDone) return true;
     }
   }

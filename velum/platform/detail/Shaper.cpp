@@ -1,5 +1,6 @@
-#include <velum/platform/detail/OutlineFont.h>
 #include <velum/platform/detail/Shaper.h>
+
+#include <velum/platform/detail/OutlineFont.h>
 #include <velum/platform/detail/TextRuns.h>
 #include <velum/platform/detail/Utf8.h>
 

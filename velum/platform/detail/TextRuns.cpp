@@ -1,5 +1,6 @@
-#include <velum/platform/detail/BracketLimit.h>
 #include <velum/platform/detail/TextRuns.h>
+
+#include <velum/platform/detail/BracketLimit.h>
 #include <velum/platform/detail/Utf8.h>
 
 #include <unicode/ubidi.h>
@@ -7,6 +8,7 @@
 #include <unicode/uscript.h>
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <memory>
 

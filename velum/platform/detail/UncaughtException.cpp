@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <exception>
 #include <memory>
+#include <string_view>
 #include <typeinfo>
 
 namespace vlm::platform {

@@ -1,4 +1,5 @@
 #include <velum/platform/detail/Utf16.h>
+
 #include <velum/platform/detail/Utf8.h>
 
 #include <emmintrin.h>
