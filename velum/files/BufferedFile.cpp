@@ -4,7 +4,7 @@
 #include <velum/core/StringFormat.h>
 #include <velum/core/detail/FormatDirective.h>
 #include <velum/files/detail/FileError.h>
-#include <velum/files/detail/StreamMode.h>
+#include <velum/files/detail/OpenModes.h>
 #include <velum/platform/detail/FileAccess.h>
 
 #include <algorithm>
@@ -91,21 +91,13 @@ void CBufferedFile::Open(const GString& path, const GString& mode, Sharing shari
 
 bool CBufferedFile::OpenNoThrow(const GString& path, const GString& mode, Sharing sharing,
                                 bool removeOnAbort) {
-  constexpr unsigned int kAllReadAndWrite = 0666;
   if (path.empty() || mode.empty() || IsOpen() || sharing < ShareDenyAll ||
       sharing > ShareDenyNone) {
     ThrowErrorImpl(__FILE_NAME__, __LINE__, ERR_INTERNAL);
   }
   GString name(path);
-  platform::OpenWish wish;
-  wish.permissions = kAllReadAndWrite;
-  wish.sharing.deniesRead = sharing == ShareDenyAll || sharing == ShareDenyRead;
-  wish.sharing.deniesWrite = sharing == ShareDenyAll || sharing == ShareDenyWrite;
-  if (!detail::ReadStreamMode(mode.String(), wish)) {
-    errno = EINVAL;
-    return false;
-  }
-  stream_ = platform::OpenStream(name.c_str(), wish);
+  const auto wish = detail::ReadStreamMode(mode.String(), sharing);
+  if (wish) stream_ = platform::OpenStream(name.c_str(), *wish);
   if (!stream_) return false;
   path_ = std::move(name);
   removeOnAbort_ = removeOnAbort;

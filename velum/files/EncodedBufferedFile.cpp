@@ -3,7 +3,7 @@
 #include <velum/core/Exception.h>
 #include <velum/files/File.h>
 #include <velum/files/detail/FileError.h>
-#include <velum/files/detail/StreamMode.h>
+#include <velum/files/detail/OpenModes.h>
 #include <velum/files/detail/TextStream.h>
 #include <velum/platform/detail/CodePages.h>
 #include <velum/platform/detail/FileSystem.h>
@@ -137,7 +137,6 @@ void CEncodedBufferedFile::Open(const GString& path, const GString& mode, Sharin
 bool CEncodedBufferedFile::OpenNoThrow(const GString& path, const GString& mode, Sharing sharing,
                                        TextEncoding encoding, unsigned int codePage,
                                        bool trustEncoding, bool removeOnAbort) {
-  constexpr unsigned int kAllReadAndWrite = 0666;
   if (path.empty() || mode.empty() || IsOpen()) {
     ThrowErrorImpl(__FILE_NAME__, __LINE__, ERR_INTERNAL);
   }
@@ -148,14 +147,8 @@ bool CEncodedBufferedFile::OpenNoThrow(const GString& path, const GString& mode,
   if (encoding < EncodingANSI || encoding > EncodingUnknown) {
     ThrowErrorImpl(__FILE_NAME__, __LINE__, ERR_INVALID_PARAMETER);
   }
-  platform::OpenWish wish;
-  wish.permissions = kAllReadAndWrite;
-  wish.sharing.deniesRead = sharing == ShareDenyAll || sharing == ShareDenyRead;
-  wish.sharing.deniesWrite = sharing == ShareDenyAll || sharing == ShareDenyWrite;
-  if (!detail::ReadStreamMode(mode.String(), wish)) {
-    errno = EINVAL;
-    return false;
-  }
+  const auto wish = detail::ReadStreamMode(mode.String(), sharing);
+  if (!wish) return false;
   GString modeSuffix;
   bool isExamined = false;
   try {
@@ -166,7 +159,7 @@ bool CEncodedBufferedFile::OpenNoThrow(const GString& path, const GString& mode,
     if (error.GetErrCode() != ERR_OPEN) throw;
     return false;
   }
-  stream_ = TextStream::Open(path_.c_str(), wish, EncodingOf(modeSuffix));
+  stream_ = TextStream::Open(path_.c_str(), *wish, EncodingOf(modeSuffix));
   if (!stream_) return false;
   if (ExaminesFile(mode) && !isExamined) {
     startOfText_ = static_cast<unsigned int>(stream_->Position());  // behind its mark, if any

@@ -2,6 +2,7 @@
 
 #include <velum/core/Exception.h>
 #include <velum/files/detail/FileError.h>
+#include <velum/files/detail/OpenModes.h>
 #include <velum/platform/detail/FileAccess.h>
 
 #include <cstdint>
@@ -19,8 +20,7 @@ platform::OpenWish WishOf(CFile::Access access, CFile::Mode mode, CFile::Sharing
   wish.permissions = kOwnerReadsAndWrites;
   wish.sharing.writes = access == CFile::AccessWrite || access == CFile::AccessReadWrite;
   wish.sharing.reads = access != CFile::AccessWrite;
-  wish.sharing.deniesRead = sharing == CFile::ShareDenyAll || sharing == CFile::ShareDenyRead;
-  wish.sharing.deniesWrite = sharing == CFile::ShareDenyAll || sharing == CFile::ShareDenyWrite;
+  detail::Deny(sharing, wish);
   wish.creates = mode == CFile::ModeCreateNew || mode == CFile::ModeCreateAlways ||
                  mode == CFile::ModeOpenAlways || mode == CFile::ModeAppend;
   wish.mustBeNew = mode == CFile::ModeCreateNew;
