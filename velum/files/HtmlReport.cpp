@@ -13,7 +13,7 @@ namespace {
 constexpr int kDigits = 14;
 
 // For what can't be replaced: a file of several names, a pipe, a device, a file in a folder that
-// takes no new one.
+// takes no new one or keeps each user's files.
 void WriteInPlace(const char* path, const std::string& text) {
   constexpr unsigned int kEveryone = 0666;  // Less the process's mask.
   platform::OpenWish wish;
@@ -49,12 +49,12 @@ void CHtmlReport::WriteToFile(const std::string& path) const {
   const std::string text = GetReport() + "\n";
   platform::FileReplacement file;
   const bool hasBegun = file.Begin(path.c_str());
-  if (!hasBegun && platform::IsDiskInDanger()) return;
-  if (!hasBegun || file.OldHasOtherNames()) {
-    WriteInPlace(path.c_str(), text);
-  } else if (file.Append(text)) {
-    static_cast<void>(file.Commit());
-  }
+  if (hasBegun && file.OldHasOtherNames()) return WriteInPlace(path.c_str(), text);
+  const bool isWritten = hasBegun && file.Append(text);
+  if (isWritten && file.Commit()) return;
+  // What finds no room beside the old page would find none in its place either.
+  if (hasBegun != isWritten || platform::IsDiskInDanger()) return;
+  WriteInPlace(path.c_str(), text);
 }
 
 }  // namespace vlm

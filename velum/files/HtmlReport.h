@@ -46,7 +46,8 @@ class VELUM_API CHtmlReport : public std::ostringstream {
   ///   `.NAME.velum-lock` beside `NAME`, which takes its place. Who writes to the same path at the
   ///   same time, from another process too, waits for that.
   /// - What can't be replaced so is emptied and written: a file of several names (hard links), a
-  ///   pipe or a device, a file in a folder that takes no new one.
+  ///   pipe or a device, a file in a folder that takes no new one, another user's file in a sticky
+  ///   folder.
   /// - The file can't be opened or written: nothing is said.
   void WriteToFile(const std::string& path) const;
 };

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <ctime>
@@ -207,6 +209,29 @@ TEST(CHtmlReport, AFileIsReplacedAndAFailureIsSilent) {
   EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
   const std::filesystem::directory_iterator files(folder.Path());
   EXPECT_EQ(std::distance(begin(files), end(files)), 2);
+}
+
+TEST(CHtmlReport, AnothersFileInAStickyFolderIsWrittenInPlace) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can step down to another user";
+  const testing::TemporaryFolder folder;
+  const std::string path = folder.Path("a.html");
+  std::ofstream(path) << "something longer than the report, which is all to go";
+  ASSERT_EQ(chmod(path.c_str(), 0666), 0);
+  ASSERT_EQ(chmod(folder.Path().c_str(), 01777), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    if (setuid(65534) != 0) _exit(2);
+    CHtmlReport report;
+    report << "a";
+    report.WriteToFile(path);
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+  EXPECT_EQ(ContentsOf(path), "a</BODY>\n</HTML>\n");
+  const std::filesystem::directory_iterator files(folder.Path());
+  EXPECT_EQ(std::distance(begin(files), end(files)), 1);
 }
 
 TEST(CHtmlReport, ACheckerFindsNothingWrongWithBalancedTags) {
