@@ -11,6 +11,7 @@
 #include <velum/geometry/Vec2.h>
 #include <velum/geometry/Vec3.h>
 #include <velum/platform/detail/Stack.h>
+#include <velum/platform/detail/Utf8.h>
 
 #include <algorithm>
 #include <bit>
@@ -70,20 +71,16 @@ std::uint64_t WordOf(const Number& value) noexcept {
 
 std::string_view UpToNul(const std::string& text) { return std::string_view(text.c_str()); }
 
-// The units that a wide text is stored as.
+// The units that a wide text is stored as: lone halves of pairs stay, as they do in memory.
 std::u16string UpToNul(const std::wstring& text) {
   std::u16string units;
   for (const wchar_t element : text) {
-    const auto code = static_cast<std::uint32_t>(element);
+    const auto code = static_cast<char32_t>(element);
     if (code == 0) break;
-    if (code <= 0xFFFF) {
-      units += static_cast<char16_t>(code);
-    } else if (code <= 0x10FFFF) {
-      units += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
-      units += static_cast<char16_t>(0xDC00 + (code & 0x3FF));
-    } else {
-      units += u'\xFFFD';
-    }
+    wchar_t pair[2];
+    const std::size_t count =
+        platform::PutWide(code <= 0x10FFFF ? code : platform::kReplacement, pair);
+    for (std::size_t i = 0; i < count; ++i) units += static_cast<char16_t>(pair[i]);
   }
   return units;
 }

@@ -7,6 +7,8 @@
 #include <velum/platform/detail/FileSystem.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -71,12 +73,8 @@ bool GetBOMInfo(const GString& path, unsigned int& size, TextEncoding& encoding)
   CFile file(path, CFile::AccessRead, CFile::ModeOpenExisting, CFile::ShareDenyNone);
   char bytes[3];
   const std::string_view start(bytes, file.Read(bytes, sizeof(bytes)));
-  for (const TextEncoding marked : {EncodingUTF8, EncodingUTF16LE, EncodingUTF16BE}) {
-    const std::string_view mark = MarkOf(marked);
-    if (!start.starts_with(mark)) continue;
-    size = static_cast<unsigned int>(mark.size());
-    encoding = marked;
-  }
+  encoding = MarkedEncoding(start);
+  size = static_cast<unsigned int>(MarkOf(encoding).size());
   return true;
 }
 

@@ -1,7 +1,7 @@
 #include <velum/files/XMLScanner.h>
 
 #include <velum/core/Exception.h>
-#include <velum/core/SystemError.h>
+#include <velum/files/detail/FileError.h>
 #include <velum/platform/detail/FileAccess.h>
 
 #include <algorithm>
@@ -17,11 +17,6 @@ namespace {
 
 constexpr char kModule[] = "XMLScanner";
 
-[[noreturn]] void ThrowSystemError(int line, int code, const GString& path) {
-  const GString text = FormatSystemErrorMsg();
-  ThrowErrorImpl(kModule, line, code, path.c_str(), text.c_str());
-}
-
 // As isspace has it in the C locale, whatever the present one.
 bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
@@ -29,7 +24,7 @@ bool EndsWord(char c) {
   return IsSpace(c) || c == '>' || c == '?' || c == '=' || c == '/' || c == 0;
 }
 
-// No replacement can make another one possible, so one pass over the value is enough.
+// The value with a double quote for each "&quot;".
 std::string WithQuotes(std::string value) {
   constexpr std::string_view kQuote = "&quot;";
   std::size_t found = value.find(kQuote);
@@ -53,7 +48,7 @@ class XMLScanner::Source {
     platform::OpenWish wish;
     wish.sharing.reads = true;
     file_ = platform::OpenFile(path.c_str(), wish);
-    if (file_ < 0) ThrowSystemError(__LINE__, ERR_OPEN, path_);
+    if (file_ < 0) detail::ThrowSystemError(kModule, __LINE__, ERR_OPEN, path_);
   }
   Source(const Source&) = delete;
   Source& operator=(const Source&) = delete;
@@ -61,7 +56,7 @@ class XMLScanner::Source {
 
   std::string_view ReadBlock() {
     const std::int64_t count = platform::ReadSome(file_, block_.get(), kBlockSize);
-    if (count < 0) ThrowSystemError(__LINE__, ERR_READ, path_);
+    if (count < 0) detail::ThrowSystemError(kModule, __LINE__, ERR_READ, path_);
     return {block_.get(), static_cast<std::size_t>(count)};
   }
 

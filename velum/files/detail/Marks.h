@@ -3,10 +3,12 @@
 /// \file
 /// The byte order marks.
 ///
-///     const bool isMarked = bytes.starts_with(vlm::detail::MarkOf(vlm::EncodingUTF16LE));
+///     const vlm::TextEncoding encoding = vlm::detail::MarkedEncoding(bytes);
+///     bytes.remove_prefix(vlm::detail::MarkOf(encoding).size());
 
 #include <velum/files/TextEncoding.h>
 
+#include <initializer_list>
 #include <string_view>
 
 namespace vlm::detail {
@@ -23,6 +25,14 @@ constexpr std::string_view MarkOf(TextEncoding encoding) noexcept {
     default:
       return {};
   }
+}
+
+/// The encoding whose mark the bytes of a text begin with; `EncodingANSI` for none.
+constexpr TextEncoding MarkedEncoding(std::string_view bytes) noexcept {
+  for (const TextEncoding encoding : {EncodingUTF8, EncodingUTF16LE, EncodingUTF16BE}) {
+    if (bytes.starts_with(MarkOf(encoding))) return encoding;
+  }
+  return EncodingANSI;
 }
 
 }  // namespace vlm::detail

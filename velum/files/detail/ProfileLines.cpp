@@ -1,5 +1,7 @@
 #include <velum/files/detail/ProfileLines.h>
 
+#include <velum/files/detail/Marks.h>
+#include <velum/platform/detail/Utf16.h>
 #include <velum/platform/detail/Utf8.h>
 
 #include <algorithm>
@@ -27,14 +29,10 @@ std::size_t FindByte(const std::string& buffer, char c, std::size_t from, std::s
 ProfileLines::ProfileLines(ByteSource& source, std::size_t mostHeld)
     : source_(source), mostHeld_(mostHeld & ~std::size_t{1}) {
   Fill();
-  if (buffer_.starts_with("\xEF\xBB\xBF")) {
-    at_ = 3;
-  } else if (buffer_.starts_with("\xFF\xFE") || buffer_.starts_with("\xFE\xFF")) {
-    width_ = 2;
-    lowFirst_ = buffer_[0] == '\xFF';
-    at_ = 2;
-  }
-  first_ = at_;
+  const TextEncoding marked = MarkedEncoding(buffer_);
+  highFirst_ = marked == EncodingUTF16BE;
+  width_ = highFirst_ || marked == EncodingUTF16LE ? 2 : 1;
+  first_ = at_ = MarkOf(marked).size();
 }
 
 bool ProfileLines::Next(ProfileLine& line) {
@@ -115,22 +113,16 @@ std::size_t ProfileLines::MostOfLongLine() const noexcept {
   return mostHeld_;
 }
 
-char16_t ProfileLines::UnitAt(std::size_t index) const noexcept {
-  const auto first = static_cast<unsigned char>(buffer_[index]);
-  const auto second = static_cast<unsigned char>(buffer_[index + 1]);
-  return static_cast<char16_t>(lowFirst_ ? first | second << 8 : second | first << 8);
-}
-
 bool ProfileLines::Is(std::size_t index, char c) const noexcept {
   if (index + width_ > buffer_.size()) return false;
-  return width_ == 1 ? buffer_[index] == c : UnitAt(index) == static_cast<unsigned char>(c);
+  return width_ == 1 ? buffer_[index] == c
+                     : platform::UnitAt(buffer_.data() + index, highFirst_) == c;
 }
 
 std::string_view ProfileLines::TextOf(std::size_t first, std::size_t last) {
   if (width_ == 1) return {buffer_.data() + first, last - first};
-  std::wstring wide;
-  wide.reserve((last - first) / 2);
-  for (std::size_t i = first; i < last; i += 2) wide += static_cast<wchar_t>(UnitAt(i));
+  std::wstring wide((last - first) / 2, L'\0');
+  platform::Utf16ToWide(buffer_.data() + first, wide.size(), highFirst_, wide.data());
   decoded_.resize(platform::WideToUtf8(wide, nullptr));
   platform::WideToUtf8(wide, decoded_.data());
   return decoded_;
@@ -148,13 +140,8 @@ std::optional<std::string> ProfileLines::Encoded(std::string_view text) const {
   std::string back(platform::WideToUtf8(wide, nullptr), '\0');
   platform::WideToUtf8(wide, back.data());
   if (back != text) return std::nullopt;
-  std::string bytes;
-  for (const wchar_t unit : wide) {
-    const char low = static_cast<char>(unit & 0xFF);
-    const char high = static_cast<char>(unit >> 8 & 0xFF);
-    bytes += lowFirst_ ? low : high;
-    bytes += lowFirst_ ? high : low;
-  }
+  std::string bytes(2 * wide.size(), '\0');
+  platform::WideToUtf16(wide, highFirst_, bytes.data());
   return bytes;
 }
 

@@ -69,8 +69,6 @@ class ProfileLines {
   std::size_t FindEnd(std::size_t from);
   /// How many bytes to hold of the line at `at_`, of which more than `mostHeld_` are in the buffer.
   [[nodiscard]] std::size_t MostOfLongLine() const noexcept;
-  /// The unit of 16 bits at `index` of the buffer.
-  [[nodiscard]] char16_t UnitAt(std::size_t index) const noexcept;
   /// True if `c` stands at `index` of the buffer.
   [[nodiscard]] bool Is(std::size_t index, char c) const noexcept;
   /// The text from `first` up to `last` of the buffer.
@@ -79,8 +77,8 @@ class ProfileLines {
   ByteSource& source_;
   std::size_t mostHeld_;
   bool holdsEntries_ = false;
-  std::size_t width_ = 1;  ///< The bytes of a unit.
-  bool lowFirst_ = true;   ///< The order of a unit's bytes.
+  std::size_t width_ = 1;   ///< The bytes of a unit.
+  bool highFirst_ = false;  ///< The order of a unit's bytes.
   bool atEnd_ = false;
   bool isOdd_ = false;
   std::string buffer_;
