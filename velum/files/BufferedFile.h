@@ -123,7 +123,7 @@ class VELUM_API CBufferedFile {
   unsigned int Read(void* data, unsigned int count);
   /// Reads exactly `count` bytes.
   ///
-  /// *Errors*: `ERR_END_OF_FILE` for fewer; `ERR_READ`.
+  /// *Errors*: `ERR_END_OF_FILE` for fewer, so on a closed file; `ERR_READ`.
   void ReadN(void* data, unsigned int count);
   /// Reads a byte; -1 at the end, and on a closed file.
   ///

@@ -139,7 +139,7 @@ class VELUM_API CFile {
   }
   /// Reads exactly `count` bytes.
   ///
-  /// *Errors*: `ERR_READ`, with "Unexpected end of file." for a file that ends before.
+  /// *Errors*: `ERR_READ`, with "Unexpected end of file." for a file that ends before or is closed.
   void ReadN(void* data, unsigned int count) {
     if (!memory_) {
       ReadAllFromHandle(data, count);

@@ -9,6 +9,7 @@
 namespace vlm {
 
 struct Anchor;
+class Archive;
 class CBufferedFile;
 class CConfigFile;
 class CEncodedBufferedFile;

@@ -28,8 +28,8 @@ namespace vlm {
 ///
 /// *Errors*: an operation that needs more room than there can be leaves the object as it was. It
 /// throws `BadAllocError` "bad allocation" beyond a capacity of 0x80000000 or of the memory there
-/// is, and an `Exception` with `ERR_WRITE` where the bytes are a caller's. A null pointer for more
-/// than no bytes is `ERR_INTERNAL`.
+/// is, and an `Exception` with `ERR_WRITE` where the bytes are a caller's. A null pointer is
+/// `ERR_INTERNAL`, but for a file over no bytes.
 class VELUM_API CMemoryFile {
  public:
   /// What an offset counts from.
@@ -49,7 +49,7 @@ class VELUM_API CMemoryFile {
 
   /// True if a read would give nothing.
   [[nodiscard]] bool EndOfFile() const noexcept { return position_ >= length_; }
-  /// The bytes; null if there never was one.
+  /// The bytes; null if the file has had none since it was made, closed or detached.
   ///
   /// *Lifetime*: until the file grows or gives its buffer up.
   [[nodiscard]] unsigned char* GetBuffer() const noexcept { return buffer_; }
@@ -64,7 +64,8 @@ class VELUM_API CMemoryFile {
   /// Gives the buffer up and is an empty file. A buffer of the file's own is the caller's now, who
   /// returns it to `free`; the file grows a new one when it is written.
   [[nodiscard]] unsigned char* Detach() noexcept;
-  /// Drops the bytes: an empty file, its own buffer freed.
+  /// Drops the bytes: an empty file, its own buffer freed. One that worked on a caller's bytes does
+  /// not grow afterwards either.
   void Close() noexcept;
 
   /// Cuts the file, or fills it up with zeros. A position beyond the new length comes back to it.

@@ -1,15 +1,14 @@
 #include <velum/files/Path.h>
 
-#include <velum/core/Exception.h>
 #include <velum/files/DeprecatedPath.h>
 #include <velum/files/detail/PathText.h>
 #include <velum/platform/detail/FileSystem.h>
 
+#include <string>
+
 namespace vlm {
 
-CPath::CPath(const GString& path) {
-  if (!SetPath(path)) ThrowErrorImpl("Path", __LINE__, ERR_INVALID_PARAMETER);
-}
+CPath::CPath(const GString& path) { SetPath(path); }
 
 CPath::~CPath() = default;
 

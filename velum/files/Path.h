@@ -30,15 +30,13 @@ namespace vlm {
 /// One path. A value.
 ///
 /// It holds its text as it was given. Functions that give a part of it do not look at any file,
-/// unless their comment says so. Parts that are too long for the fixed sizes of their functions
-/// come out empty: a name and an extension have at most 255 bytes each, a full path 259.
+/// unless their comment says so. `GetDirectory` and `GetName` give nothing for a part of more than
+/// 255 bytes, `GetFullPath` for one of more than 259.
 class VELUM_API CPath {
  public:
   /// The empty path.
   CPath() = default;
   /// The path `path` up to its first terminator.
-  ///
-  /// *Errors*: `ERR_INVALID_PARAMETER` if `SetPath` refuses it, which it never does.
   CPath(const GString& path);
   /// A copy.
   CPath(const CPath&) = default;

@@ -33,7 +33,7 @@ class VELUM_API CPrimType {
 
   /// `PrimUInt8`.
   constexpr CPrimType() noexcept = default;
-  /// Takes a type; one that is none of the nine is kept and has a size of 0.
+  /// Takes a type; one that is none of the nine is kept, and its size and limits are 0.
   constexpr CPrimType(PrimType type) noexcept : type_(type) {}
 
   /// The number of bytes.

@@ -93,7 +93,14 @@ VELUM_API bool GetBOMInfo(const GString& path, unsigned int& size, TextEncoding&
 /// The same as `IsFileUTF16LE` with the high byte first.
 [[nodiscard]] VELUM_API ConfidenceLevel IsFileUTF16BE(const GString& path, unsigned int sampleSize);
 
-/// Tells whether a file is no text, from what the three other functions say.
+/// Tells whether a file is no text, from what the three other functions say. The first line that
+/// fits counts:
+///
+/// - UTF-16 with the low byte first is Certain: No.
+/// - Both byte orders are No: Certain if ANSI is No, No if that is Certain, otherwise Doubtful.
+/// - UTF-16 with the high byte first or ANSI is Certain: No.
+/// - All three are Doubtful: Likely.
+/// - All else: Doubtful.
 [[nodiscard]] VELUM_API ConfidenceLevel IsFileBinary(const GString& path, unsigned int sampleSize);
 
 }  // namespace vlm

@@ -46,7 +46,7 @@ class VELUM_API XMLNode {
   /// *Errors*: `ERR_INTERNAL` for a null pointer. If memory ends nothing has changed.
   static std::shared_ptr<XMLNode> Factory(std::shared_ptr<XMLNode>& enclosing);
 
-  /// Finds the child number `index`, counted from 0, among those whose name is `name`; null if
+  /// Finds the child number `index`, counted from 0, among those whose name is `childName`; null if
   /// there are fewer.
   ///
   /// *Cost*: grows with the number of children; who wants all of a name walks `children`.
