@@ -16,6 +16,7 @@
 #include <velum/commands/Command.h>
 #include <velum/core/Api.h>
 #include <velum/core/Factory.h>
+#include <velum/core/Flyweight.h>
 #include <velum/core/GString.h>
 #include <velum/core/StringCompare.h>
 

@@ -8,6 +8,7 @@
 #include <velum/commands/ModalElement.h>
 #include <velum/core/Api.h>
 #include <velum/core/Factory.h>
+#include <velum/core/Flyweight.h>
 #include <velum/core/GString.h>
 
 #include <functional>

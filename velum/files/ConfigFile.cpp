@@ -3,13 +3,18 @@
 #include <velum/core/Exception.h>
 #include <velum/core/SystemError.h>
 #include <velum/files/Path.h>
+#include <velum/files/detail/ProfileLines.h>
 #include <velum/files/detail/ProfileText.h>
 #include <velum/files/detail/SettingText.h>
 #include <velum/platform/detail/FileReplacement.h>
 #include <velum/platform/detail/InputFile.h>
 
 #include <cerrno>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <string>
+#include <utility>
 
 namespace vlm {
 

@@ -4,6 +4,7 @@
 #include <velum/files/detail/PathText.h>
 
 #include <cstring>
+#include <string>
 #include <string_view>
 
 namespace vlm {

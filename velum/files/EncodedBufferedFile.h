@@ -17,6 +17,7 @@
 #include <velum/core/GString.h>
 #include <velum/files/TextEncoding.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>

@@ -5,6 +5,7 @@
 #include <velum/files/detail/PathText.h>
 #include <velum/platform/detail/FileSystem.h>
 
+#include <string>
 #include <utility>
 
 namespace vlm {

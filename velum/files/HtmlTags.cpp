@@ -5,7 +5,6 @@
 #include <velum/platform/detail/LocalTime.h>
 
 #include <ctime>
-#include <ostream>
 #include <string_view>
 #include <utility>
 

@@ -1,10 +1,10 @@
 #include <velum/files/PrimType.h>
 
+#include <velum/core/Exception.h>
 #include <velum/files/detail/NumberCast.h>
 
-#include <velum/core/Exception.h>
-
 #include <cfloat>
+#include <cstddef>
 #include <cstring>
 
 namespace vlm {

@@ -6,6 +6,7 @@
 ///     vlm::detail::ThrowSystemError(__FILE_NAME__, __LINE__, vlm::ERR_READ, path);
 
 #include <velum/core/Exception.h>
+#include <velum/core/GString.h>
 #include <velum/core/SystemError.h>
 #include <velum/platform/detail/FileSystem.h>
 

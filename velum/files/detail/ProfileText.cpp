@@ -3,6 +3,7 @@
 #include <velum/files/detail/PathText.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace vlm::detail {

@@ -6,7 +6,6 @@
 ///     const vlm::detail::WildCards mask("Well*.*");
 ///     const bool found = mask.Match("well7");  // true: `.*` goes without an extension, too
 
-#include <string>
 #include <string_view>
 #include <vector>
 
