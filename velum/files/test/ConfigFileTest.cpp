@@ -3,6 +3,7 @@
 #include <velum/files/FileUtilities.h>
 #include <velum/files/test/FileErrors.h>
 
+#include <testing/FileBytes.h>
 #include <testing/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
@@ -16,7 +17,6 @@
 #include <csignal>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <limits>
 #include <random>
 #include <string>
@@ -42,11 +42,8 @@ std::string Encoded(const std::string& text, Form form) {
 
 class ConfigFile : public ::testing::Test {
  protected:
-  void Put(const std::string& bytes) const { std::ofstream(path_, std::ios::binary) << bytes; }
-  std::string Bytes() const {
-    std::ifstream file(path_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
+  void Put(const std::string& bytes) const { testing::PutFile(path_, bytes); }
+  std::string Bytes() const { return testing::BytesOfFile(path_); }
   std::string Text(const std::string& section, const std::string& key) const {
     GString value = "not touched";
     return config_.Read(section, key, value) ? value.String() : "none" + value.String();

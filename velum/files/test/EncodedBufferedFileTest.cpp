@@ -4,14 +4,13 @@
 #include <velum/files/test/reference/PlainTextReader.h>
 
 #include <testing/FailingAllocations.h>
+#include <testing/FileBytes.h>
 #include <testing/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cwchar>
-#include <fstream>
-#include <iterator>
 #include <new>
 #include <random>
 #include <string>
@@ -25,17 +24,10 @@ namespace {
 using namespace std::string_literals;
 using test::CodeOf;
 using test::ErrorOf;
+using testing::BytesOfFile;
+using testing::PutFile;
 using testing::TemporaryFolder;
 using File = CEncodedBufferedFile;
-
-void Put(const std::string& path, std::string_view bytes) {
-  std::ofstream(path, std::ios::binary) << bytes;
-}
-
-std::string Got(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 /// The inside of a file that derived classes see.
 class OpenedFile : public File {
@@ -117,7 +109,7 @@ TEST_F(EncodedFile, TextsOfManyLanguagesAreFoundReadAndWrittenBack) {
     SCOPED_TRACE(sample.name);
     const std::string name(sample.name);
     const std::string folder = VELUM_TEXT_DATA "/";
-    const std::string typed = Got(folder + name.substr(0, name.find('.')) + ".utf-8");
+    const std::string typed = BytesOfFile(folder + name.substr(0, name.find('.')) + ".utf-8");
     ASSERT_FALSE(typed.empty());
     // Whoever asks for narrow text gets what is there.
     file_.Open(folder + name, "r", File::ShareDenyWrite, EncodingANSI, sample.page, false, false);
@@ -130,8 +122,8 @@ TEST_F(EncodedFile, TextsOfManyLanguagesAreFoundReadAndWrittenBack) {
     Open("w", sample.encoding, sample.page);
     file_.WriteString(text);
     file_.Close();
-    const std::string bytes = Got(folder + name);
-    const std::string written = Got(path_);
+    const std::string bytes = BytesOfFile(folder + name);
+    const std::string written = BytesOfFile(path_);
     EXPECT_EQ(written.substr(written.size() - bytes.size()), bytes);
     EXPECT_EQ(written.size() - bytes.size(),
               sample.encoding == EncodingANSI || sample.mark ? 0u : 2u);
@@ -149,7 +141,7 @@ TEST_F(EncodedFile, DoesWhatAPlainReaderDoesOnAnyBytes) {
       if (random() % 30 == 0) bytes.append(240 + random() % 30, '\0');
       bytes += random() % 8 ? rich[random() % rich.size()] : static_cast<char>(random());
     }
-    Put(path_, bytes);
+    PutFile(path_, bytes);
     const auto encoding = static_cast<TextEncoding>(random() % 4);
     constexpr unsigned int kPages[] = {0, 1252, 932};
     const unsigned int page = kPages[random() % 3];
@@ -199,7 +191,7 @@ TEST_F(EncodedFile, LinesEndInAnyWay) {
   };
   for (const auto& row : rows) {
     for (const unsigned int page : {0u, 1252u}) {
-      Put(path_, row.bytes);
+      PutFile(path_, row.bytes);
       Open("rt", EncodingANSI, page);
       EXPECT_EQ(Lines(), row.lines) << row.why;
       EXPECT_TRUE(file_.EndOfFile());
@@ -234,7 +226,7 @@ TEST_F(EncodedFile, TheNamedEncodingIsKeptOrCorrectedAsTheOpenerWishes) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
-    Put(path_, row.bytes);
+    PutFile(path_, row.bytes);
     Open("r", row.asked, 1252, row.trust);
     EXPECT_EQ(file_.GetEncoding(), row.encoding);
     EXPECT_EQ(file_.GetPosition(), row.start);
@@ -269,17 +261,17 @@ TEST_F(EncodedFile, MarksAreWrittenToNewAndEmptyFilesOnly) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
-    if (row.before) Put(path_, row.before);
+    if (row.before) PutFile(path_, row.before);
     Open(row.mode, row.encoding);
     EXPECT_EQ(file_.Putc('x'), 'x');
     file_.Close();
-    EXPECT_EQ(Got(path_), row.after);
+    EXPECT_EQ(BytesOfFile(path_), row.after);
     std::remove(path_.c_str());
   }
 }
 
 TEST_F(EncodedFile, CharactersAndLinesAreTakenFromTheSameBuffer) {
-  Put(path_, "one\ntwo\nthree");
+  PutFile(path_, "one\ntwo\nthree");
   Open("r", EncodingUTF8, 0, false);
   std::wstring line;
   EXPECT_EQ(file_.UnGetc(L'*'), L'*');
@@ -325,7 +317,7 @@ TEST_F(EncodedFile, HalvesOfPairsMeetWhereTheyAreWrittenOneByOne) {
 }
 
 TEST_F(EncodedFile, ReadingAndWritingFollowEachOther) {
-  Put(path_, "one\ntwo\nthree\n");
+  PutFile(path_, "one\ntwo\nthree\n");
   Open("r+", EncodingUTF8);
   std::wstring line;
   file_.ReadString(line);
@@ -336,11 +328,11 @@ TEST_F(EncodedFile, ReadingAndWritingFollowEachOther) {
   EXPECT_EQ(line, L"three");
   file_.WriteString(L"four");
   file_.Flush();
-  EXPECT_EQ(Got(path_), "one\nTWO\nthree\nfour");
+  EXPECT_EQ(BytesOfFile(path_), "one\nTWO\nthree\nfour");
 }
 
 TEST_F(EncodedFile, CopiesShareTheStream) {
-  Put(path_, "one\ntwo\nthree\n");
+  PutFile(path_, "one\ntwo\nthree\n");
   Open("r", EncodingUTF8);
   std::wstring line;
   file_.ReadString(line);
@@ -397,9 +389,9 @@ TEST_F(EncodedFile, MisuseAndFaultsAreTold) {
   EXPECT_EQ(open(path_, "", 3, 0).substr(0, 2), "2:");
   EXPECT_EQ(open(path_, "w", 4, 0).substr(0, 2), "2:");
   EXPECT_EQ(open(path_, "w", 3, 5).substr(0, 2), "4:");
-  EXPECT_EQ(Got(path_), "");
+  EXPECT_EQ(BytesOfFile(path_), "");
   {
-    Put(path_, "x");
+    PutFile(path_, "x");
     const File alone(path_, "r", File::ShareDenyAll, EncodingUTF8, 0, false, false);
     EXPECT_EQ(open(path_, "r", 3, 1), unable + "Resource temporarily unavailable");
     EXPECT_EQ(open(path_, "w", 3, 1), unable + "Resource temporarily unavailable");
@@ -432,21 +424,21 @@ TEST_F(EncodedFile, AnUnfinishedFileIsRemovedIfItsOpenerAskedForThat) {
       File file(path_, "w", File::ShareDenyNone, EncodingUTF8, 0, false, removes);
       file.WriteString(L"x");
     }
-    EXPECT_EQ(Got(path_), removes ? "" : "\xEF\xBB\xBFx");
+    EXPECT_EQ(BytesOfFile(path_), removes ? "" : "\xEF\xBB\xBFx");
   }
 }
 
 TEST_F(EncodedFile, ACodePageThatIsNoneReadsAndWritesNothing) {
-  Put(path_, "abc\n");
+  PutFile(path_, "abc\n");
   Open("r+", EncodingANSI, 4711);
   EXPECT_EQ(Lines(), std::vector<std::wstring>());
   file_.WriteString(L"x");
   file_.Close();
-  EXPECT_EQ(Got(path_), "abc\n");
+  EXPECT_EQ(BytesOfFile(path_), "abc\n");
 }
 
 TEST_F(EncodedFile, ALineThatIsNoTextIsNotTheEnd) {
-  Put(path_, "a\n~\nb\n~\n");
+  PutFile(path_, "a\n~\nb\n~\n");
   Open("r", EncodingANSI, 52936);
   EXPECT_EQ(Lines(), (std::vector<std::wstring>{L"a", L"b"}));
   EXPECT_EQ(file_.GetPosition(), 8);
@@ -470,7 +462,7 @@ TEST_F(EncodedFile, WhatCanNotBeExaminedKeepsItsEncodingAndLosesItsMark) {
     for (const bool trust : {true, false}) {
       SCOPED_TRACE(row.why);
       ASSERT_EQ(mkfifo(path_.c_str(), 0600), 0);
-      std::thread writer([&] { Put(path_, row.bytes); });
+      std::thread writer([&] { PutFile(path_, row.bytes); });
       Open("r", row.encoding, 1252, trust);
       EXPECT_EQ(file_.GetEncoding(), row.encoding);
       EXPECT_EQ(Lines(), std::vector<std::wstring>{L"ab"});
@@ -516,7 +508,7 @@ TEST_F(EncodedFile, BehindALineThatMemoryDoesNotHoldIsTheNextOne) {
 TEST_F(EncodedFile, ALongLineTakesAFewTimesItsSize) {
   constexpr std::size_t kSize = 4'000'000;
   for (const unsigned int page : {0u, 1252u}) {
-    Put(path_, std::string(kSize, 'x') + "\ny");
+    PutFile(path_, std::string(kSize, 'x') + "\ny");
     Open("r", EncodingANSI, page);
     const testing::AllocationPeak peak;
     std::wstring line;
@@ -533,7 +525,7 @@ TEST_F(EncodedFile, CopiesMayReadLinesInSeveralThreads) {
   std::string text;
   for (int i = 0; i < kLines; ++i)
     text += std::to_string(i) + std::string(static_cast<std::size_t>(i % 50), 'x') + "\n";
-  Put(path_, text);
+  PutFile(path_, text);
   for (const unsigned int page : {0u, 1252u}) {
     Open("r", EncodingANSI, page);
     OpenedFile copies[] = {file_, file_};
@@ -559,7 +551,7 @@ TEST_F(EncodedFile, CopiesMayReadLinesInSeveralThreads) {
 }
 
 TEST_F(EncodedFile, BytesAreReadAsBytesWhateverTheEncoding) {
-  Put(path_, "a\r\nb\r\0\n"s);
+  PutFile(path_, "a\r\nb\r\0\n"s);
   Open("r", EncodingUTF16LE);
   char text[8];
   for (const std::string& line : {"a\n"s, "b\n"s, "\0\n"s}) {
@@ -569,7 +561,7 @@ TEST_F(EncodedFile, BytesAreReadAsBytesWhateverTheEncoding) {
 }
 
 TEST_F(EncodedFile, StateOfAPageWithSwitchesEndsWithTheLine) {
-  Put(path_, "\x1B$B$\"\x1B(Ba\r\n\x1B$B$\"\nb");
+  PutFile(path_, "\x1B$B$\"\x1B(Ba\r\n\x1B$B$\"\nb");
   Open("r", EncodingANSI, 50220);
   EXPECT_EQ(Lines(), (std::vector<std::wstring>{L"\u3042a", L"\u3042", L"b"}));
 }

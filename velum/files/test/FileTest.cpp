@@ -3,6 +3,7 @@
 #include <velum/files/FileUtilities.h>
 #include <velum/files/test/FileErrors.h>
 
+#include <testing/FileBytes.h>
 #include <testing/TemporaryFolder.h>
 
 #include <fcntl.h>
@@ -10,8 +11,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -24,16 +23,9 @@ namespace {
 
 using test::CodeOf;
 using test::ErrorOf;
+using testing::BytesOfFile;
+using testing::PutFile;
 using testing::TemporaryFolder;
-
-void Put(const std::string& path, const std::string& text) {
-  std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string Got(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 /// How either class opens, so that one test holds for both.
 void OpenTo(CFile& file, const std::string& path, bool write) {
@@ -85,7 +77,7 @@ TYPED_TEST(BothFiles, HoldTheSameBytesOnDiskAndInMemory) {
     EXPECT_FALSE(file.IsOpen());
     EXPECT_TRUE(file.GetFilePath().empty());
   }
-  EXPECT_EQ(Got(this->path_), "12345678");
+  EXPECT_EQ(BytesOfFile(this->path_), "12345678");
 }
 
 TYPED_TEST(BothFiles, AClosedFileTakesAndGivesNothing) {
@@ -133,7 +125,7 @@ TYPED_TEST(BothFiles, OpeningFailsWithTheSystemsTextAndLeavesTheFileClosed) {
 }
 
 TYPED_TEST(BothFiles, AFileWithoutPermissionIsRefusedToAnOrdinaryUser) {
-  Put(this->path_, "x");
+  PutFile(this->path_, "x");
   ASSERT_EQ(chmod(this->path_.c_str(), 0), 0);
   ASSERT_EQ(chmod(this->folder_.Path().c_str(), 0755), 0);
   const pid_t child = fork();  // Who is root may open anything, so the child steps down.
@@ -204,7 +196,7 @@ TYPED_TEST(BothFiles, OnlyWhatWasOpenedHereIsClosedByTheDestructor) {
 TEST(File, AReadThatEndsEarlySaysSo) {
   const TemporaryFolder folder;
   const std::string path = folder.Path("four");
-  Put(path, "four");
+  PutFile(path, "four");
   char text[10];
   CFile file(path, CFile::AccessRead, CFile::ModeOpenExisting, CFile::ShareDenyWrite);
   EXPECT_EQ(ErrorOf([&] { file.ReadN(text, 10); }),
@@ -232,7 +224,7 @@ TEST(File, ModesCreateKeepEmptyAndAppendAsTheyAreNamed) {
   for (const auto& row : rows) {
     for (const bool exists : {true, false}) {
       const std::string path = folder.Path("f" + std::to_string(row.mode) + (exists ? "e" : "m"));
-      if (exists) Put(path, "abc");
+      if (exists) PutFile(path, "abc");
       const char* const expected = exists ? row.there : row.missing;
       CFile file;
       EXPECT_EQ(file.OpenNoThrow(path, CFile::AccessWrite, row.mode, CFile::ShareDenyAll),
@@ -240,7 +232,7 @@ TEST(File, ModesCreateKeepEmptyAndAppendAsTheyAreNamed) {
           << row.mode << exists;
       file.Write("xy", 2);
       file.Abort(false);
-      EXPECT_EQ(Got(path), expected ? expected : exists ? "abc" : "") << row.mode << exists;
+      EXPECT_EQ(BytesOfFile(path), expected ? expected : exists ? "abc" : "") << row.mode << exists;
     }
   }
   CFile unknown("/dev/null", static_cast<CFile::Access>(9), CFile::ModeOpenExisting,
@@ -308,14 +300,14 @@ TEST(BufferedFile, ModesAreThoseOfTheCLibrary) {
       {"+r", false, "abc"},   {"w,ccs=UTF-8", false, "abc"},
   };
   for (const auto& row : rows) {
-    Put(path, "abc");
+    PutFile(path, "abc");
     CBufferedFile file;
     EXPECT_EQ(file.OpenNoThrow(path, row.mode, CBufferedFile::ShareDenyNone, false), row.opens)
         << row.mode;
     const bool writes = std::string(row.holds) != "abc";
     if (file.IsOpen() && writes) file.WriteString("xy");
     file.Abort(false);
-    EXPECT_EQ(Got(path), row.holds) << row.mode;
+    EXPECT_EQ(BytesOfFile(path), row.holds) << row.mode;
   }
   CBufferedFile file;
   EXPECT_EQ(ErrorOf([&] { file.Open(path, "q", CBufferedFile::ShareDenyNone, false); }),
@@ -338,7 +330,7 @@ TEST(BufferedFile, LinesAreTheSameOnDiskAndInMemory) {
                                           long9000, "\rx\r", nul,   "last"};
   const TemporaryFolder folder;
   const std::string path = folder.Path("lines");
-  Put(path, text);
+  PutFile(path, text);
   for (const bool memory : {false, true}) {
     CBufferedFile file;
     std::string bytes = text;

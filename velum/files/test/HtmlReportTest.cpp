@@ -1,5 +1,6 @@
 #include <velum/files/HtmlReport.h>
 
+#include <testing/FileBytes.h>
 #include <testing/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
@@ -11,7 +12,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
-#include <fstream>
 #include <iomanip>
 #include <iterator>
 #include <locale>
@@ -28,11 +28,6 @@ std::string Written(const Tag& tag) {
   // None of this is to show in a tag.
   out << std::hex << std::showpos << std::setfill('*') << std::setw(40) << tag;
   return out.str();
-}
-
-std::string ContentsOf(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
 }
 
 const CoreAttrib kCore("i", "c", "s", "t");
@@ -192,16 +187,16 @@ TEST(CHtmlReport, AFileIsReplacedAndAFailureIsSilent) {
   CHtmlReport report;
   report << "a";
   const std::string path = folder.Path("a.html");
-  std::ofstream(path) << "something longer than the report, which is all to go";
+  testing::PutFile(path, "something longer than the report, which is all to go");
   for (int i = 0; i < 2; ++i) {
     report.WriteToFile(path);
-    EXPECT_EQ(ContentsOf(path), "a</BODY>\n</HTML>\n");
+    EXPECT_EQ(testing::BytesOfFile(path), "a</BODY>\n</HTML>\n");
   }
   // A second name goes on leading to the page.
   std::filesystem::create_hard_link(path, folder.Path("b.html"));
   report << "b";
   report.WriteToFile(path);
-  EXPECT_EQ(ContentsOf(folder.Path("b.html")), "ab</BODY>\n</HTML>\n");
+  EXPECT_EQ(testing::BytesOfFile(folder.Path("b.html")), "ab</BODY>\n</HTML>\n");
   report.WriteToFile(folder.Path("none/a.html"));
   report.WriteToFile(folder.Path());
   report.WriteToFile("");
@@ -215,7 +210,7 @@ TEST(CHtmlReport, AnothersFileInAStickyFolderIsWrittenInPlace) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can step down to another user";
   const testing::TemporaryFolder folder;
   const std::string path = folder.Path("a.html");
-  std::ofstream(path) << "something longer than the report, which is all to go";
+  testing::PutFile(path, "something longer than the report, which is all to go");
   ASSERT_EQ(chmod(path.c_str(), 0666), 0);
   ASSERT_EQ(chmod(folder.Path().c_str(), 01777), 0);
   const pid_t child = fork();
@@ -229,7 +224,7 @@ TEST(CHtmlReport, AnothersFileInAStickyFolderIsWrittenInPlace) {
   int status = 0;
   waitpid(child, &status, 0);
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-  EXPECT_EQ(ContentsOf(path), "a</BODY>\n</HTML>\n");
+  EXPECT_EQ(testing::BytesOfFile(path), "a</BODY>\n</HTML>\n");
   const std::filesystem::directory_iterator files(folder.Path());
   EXPECT_EQ(std::distance(begin(files), end(files)), 1);
 }
@@ -264,7 +259,7 @@ TEST(CHtmlReport, ACheckerFindsNothingWrongWithBalancedTags) {
                                 "' 2> '" + folder.Path("said.txt") + "'";
     return WEXITSTATUS(std::system(command.c_str()));
   };
-  EXPECT_EQ(verdict("a.html"), 0) << ContentsOf(folder.Path("said.txt"));
+  EXPECT_EQ(verdict("a.html"), 0) << testing::BytesOfFile(folder.Path("said.txt"));
   report << LIEnd();
   EXPECT_EQ(verdict("b.html"), 1) << "a tag that nothing opened is to be found";
 }

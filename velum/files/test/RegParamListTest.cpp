@@ -3,6 +3,7 @@
 #include <velum/files/FileUtilities.h>
 #include <velum/files/test/FileErrors.h>
 
+#include <testing/FileBytes.h>
 #include <testing/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
@@ -12,8 +13,6 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <random>
 #include <string>
 #include <thread>
@@ -22,14 +21,10 @@
 namespace vlm {
 namespace {
 
+using testing::BytesOfFile;
 using testing::TemporaryFolder;
 
 const char kKey[] = "Software\\Plots";
-
-std::string BytesOf(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 /// Waits for a child; true if it ended well.
 bool EndedWell(pid_t child) {
@@ -142,7 +137,7 @@ TEST_F(RegParamList, TheFileIsWhereTheUserWantsIt) {
   EXPECT_EQ(Stored("k"), "none");
   EXPECT_FALSE(FileExists(folder_.Path("a"))) << "reading makes nothing";
   list_.Set("k", "env", true);
-  EXPECT_EQ(BytesOf(named).substr(0, 6), "SQLite");
+  EXPECT_EQ(BytesOfFile(named).substr(0, 6), "SQLite");
   unsetenv("VELUM_REGISTRY");
 
   const std::string home = getenv("HOME") ? getenv("HOME") : "";
@@ -170,11 +165,11 @@ TEST_F(RegParamList, AFileThatIsSomethingElseStaysAsItIs) {
   list_.Set("k", "v", true);
   SetRegistryFile("");
   SetRegistryFile(path_);
-  std::string cut = BytesOf(path_);
+  std::string cut = BytesOfFile(path_);
   ASSERT_GT(cut.size(), 5000u);
   std::fill(cut.begin() + 4096, cut.end(), '\xA5');
   // What SQLite calls an empty table of somebody else's.
-  std::string foreign = BytesOf(path_);
+  std::string foreign = BytesOfFile(path_);
   foreign[68] = 'X';
   const struct {
     const char* why;
@@ -188,13 +183,13 @@ TEST_F(RegParamList, AFileThatIsSomethingElseStaysAsItIs) {
   int number = 0;
   for (const auto& row : rows) {
     const std::string path = folder_.Path(std::to_string(number++));
-    std::ofstream(path, std::ios::binary) << row.bytes;
+    testing::PutFile(path, row.bytes);
     SetRegistryFile(path);
     EXPECT_EQ(Stored("k"), "none") << row.why;
     EXPECT_EQ(test::CodeOf([&] { list_.Set("k", row.why, true); }), row.code) << row.why;
     list_.Remove("k", true);
     SetRegistryFile(path_);
-    EXPECT_EQ(BytesOf(path), row.bytes) << row.why;
+    EXPECT_EQ(BytesOfFile(path), row.bytes) << row.why;
   }
   EXPECT_EQ(Stored("k"), "v");
   SetRegistryFile("/dev/null/registry.db");

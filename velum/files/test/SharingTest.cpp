@@ -3,6 +3,7 @@
 #include <velum/files/FileUtilities.h>
 #include <velum/files/test/FileErrors.h>
 
+#include <testing/FileBytes.h>
 #include <testing/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
@@ -11,8 +12,6 @@
 
 #include <atomic>
 #include <barrier>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <thread>
@@ -89,7 +88,7 @@ class OtherProcess {
 
 class Sharing : public ::testing::Test {
  protected:
-  Sharing() { std::ofstream(path_) << "abc"; }
+  Sharing() { testing::PutFile(path_, "abc"); }
 
   TemporaryFolder folder_;
   std::string path_ = folder_.Path("a");
@@ -132,8 +131,7 @@ TEST_F(Sharing, ARefusedOpenerChangesNothingAndIsToldWhy) {
   EXPECT_FALSE(stream.OpenNoThrow(path_, "w", CBufferedFile::ShareDenyNone, true));
   EXPECT_FALSE(stream.OpenNoThrow(path_, "a+", CBufferedFile::ShareDenyNone, true));
   EXPECT_FALSE(IsFileWritable(path_));
-  std::ifstream now(path_);
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(now), {}), "abc");
+  EXPECT_EQ(testing::BytesOfFile(path_), "abc");
   EXPECT_EQ(open(CFile::AccessRead, CFile::ModeOpenExisting, CFile::ShareDenyWrite), "nothing");
 }
 
