@@ -8,8 +8,8 @@
 ///     vlm::CMTTextIF textIF(device);
 ///     vlm::CMTContext mathText(textIF, 8.0);
 ///     auto label = std::make_shared<vlm::CMTMultiLineElement>(textIF);
-///     if (mathText.Parse("Area (km\\up35 {\\fs65 2}\\dn35 )", label) ==
-///     vlm::CMTContext::RETVAL_SUCCESS) {
+///     const char* text = "Area (km\\up35 {\\fs65 2}\\dn35 )";
+///     if (mathText.Parse(text, label) == vlm::CMTContext::RETVAL_SUCCESS) {
 ///       label->DrawUsingTextIF(textIF, vlm::Vec2d(72.0, 72.0));
 ///     }
 

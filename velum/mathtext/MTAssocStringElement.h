@@ -49,7 +49,7 @@ class VELUM_API CMTAssocStringElement : public CMTElement {
   Box2d GetInternalBBox(CMTTextIF& textIF, const Vec2d& position) const override;
   /// Draws the string, the blocks, and then the segments in the string's colour.
   ///
-  /// *Errors*: code 2 for a side that is none.
+  /// *Errors*: `ERR_INTERNAL` for a side that is none.
   void InternalDraw(CMTTextIF& textIF, const Vec2d& position) override;
   void FillMTStringElementList(std::vector<std::shared_ptr<CMTStringElement>>& list) const override;
   /// Gives the string's text and behind it that of each block.

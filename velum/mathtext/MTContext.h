@@ -8,8 +8,8 @@
 ///
 ///     vlm::CMTContext context(textIF, 8.0);
 ///     auto label = std::make_shared<vlm::CMTMultiLineElement>(textIF);
-///     if (context.Parse("CO\\dn20 {\\fs70 2}\\up20  (ppm)", label) ==
-///     vlm::CMTContext::RETVAL_SUCCESS) {
+///     const char* text = "CO\\dn20 {\\fs70 2}\\up20  (ppm)";
+///     if (context.Parse(text, label) == vlm::CMTContext::RETVAL_SUCCESS) {
 ///       const vlm::Box2d box = label->GetBBoxUsingTextIF(textIF, vlm::Vec2d(100.0, 50.0));
 ///       label->DrawUsingTextIF(textIF, vlm::Vec2d(100.0, 50.0));
 ///     }
@@ -38,7 +38,10 @@ namespace vlm {
 class VELUM_API CMTContext : private IMathTextScanner {
  public:
   /// The result of `Parse`.
-  enum RETVAL { RETVAL_SUCCESS = 0, RETVAL_FAILURE = 1 };
+  enum RETVAL {
+    RETVAL_SUCCESS = 0,  ///< The whole text was laid out.
+    RETVAL_FAILURE = 1   ///< The text has an error, or the device failed.
+  };
 
   /// Makes a context whose lines take their alignments and justification from the interface as it
   /// is now. `charsPerTab` is the distance of tab stops in average character widths.
@@ -68,10 +71,10 @@ class VELUM_API CMTContext : private IMathTextScanner {
   /// - A tab where the tab width is 0 or not finite, or where the pen isn't finite: the pen stays.
   /// - A substring or line at a text height of 0: its offset is (0, 0).
   ///
-  /// *Errors*: code 2 if `result` is null and the text needs no scanner. While a math text is read,
-  /// an `Exception` from the device is a failure, too; any other exception, such as a failed
-  /// allocation, passes through and leaves what a failure leaves. *Cost*: linear in the length of
-  /// the text.
+  /// *Errors*: `ERR_INTERNAL` if `result` is null and the text needs no scanner. While a math text
+  /// is read, an `Exception` from the device is a failure, too; any other exception, such as a
+  /// failed allocation, passes through and leaves what a failure leaves. *Cost*: linear in the
+  /// length of the text.
   RETVAL Parse(const GString& text, std::shared_ptr<CMTMultiLineElement>& result);
 
   /// Gives the distance of tab stops in average character widths.

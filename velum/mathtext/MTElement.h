@@ -87,9 +87,10 @@ class VELUM_API CMTElement : private NonComparable {
 
   /// Sets the offset. Like the next four, it leaves kept measures alone.
   void SetOffset(const Vec2d& offset) { offset_ = offset; }
-  /// Sets the horizontal alignment. A value above 2 makes measuring and drawing raise code 2.
+  /// Sets the horizontal alignment. A value above 2 makes measuring and drawing raise
+  /// `ERR_INTERNAL`.
   void SetHorizAlignment(unsigned int alignment) { horizAlignment_ = alignment; }
-  /// Sets the vertical alignment. A value above 3 makes measuring and drawing raise code 2.
+  /// Sets the vertical alignment. A value above 3 makes measuring and drawing raise `ERR_INTERNAL`.
   void SetVertAlignment(unsigned int alignment) { vertAlignment_ = alignment; }
   /// Sets the justify value.
   void SetHorizJustify(unsigned int justify) { horizJustify_ = justify; }

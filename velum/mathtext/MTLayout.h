@@ -20,11 +20,10 @@ namespace vlm {
 /// Gives the point where the left end of the baseline must lie so that a box, taken around that
 /// end, stands at `position` as the alignments say.
 ///
-/// - Left: `position.x`; `box.xMin()` plays no part, so what overhangs on the left stays
-/// overhanging.
+/// - Left: `position.x`, whatever `box.xMin()` is: what overhangs on the left goes on doing so.
 /// - Baseline: `position.y`.
 ///
-/// *Errors*: code 2 for a `horzAlign` above 2 or a `vertAlign` above 3.
+/// *Errors*: `ERR_INTERNAL` for a `horzAlign` above 2 or a `vertAlign` above 3.
 [[nodiscard]] VELUM_API Vec2d CalcLeftBaseline(const Box2d& box, const Vec2d& position,
                                                unsigned int horzAlign, unsigned int vertAlign);
 

@@ -49,8 +49,8 @@ class VELUM_API CMTLineElement : public CMTElement {
   ///
   /// - The interface's text height is 0: the offset becomes (0, 0).
   ///
-  /// *Errors*: code 0, "MathText number out of range", if a finite offset would become infinite;
-  /// nothing is attached.
+  /// *Errors*: `ERR_CUSTOM` "MathText number out of range", if a finite offset would become
+  /// infinite; nothing is attached.
   void AssociateLineSegment(CMTTextIF& textIF, IMathTextScanner::Side side, const Vec2d& offset);
   /// Attaches a block, which must not be null, to the last string, and gives the pen position
   /// behind it. `offset` is in units of the block's text height and is converted to those of the
@@ -58,8 +58,8 @@ class VELUM_API CMTLineElement : public CMTElement {
   ///
   /// - The block's text height is 0: the offset becomes (0, 0).
   ///
-  /// *Errors*: code 0, "MathText number out of range", if a finite offset would become infinite;
-  /// nothing is attached. *Cost*: measures all blocks of the string.
+  /// *Errors*: `ERR_CUSTOM` "MathText number out of range", if a finite offset would become
+  /// infinite; nothing is attached. *Cost*: measures all blocks of the string.
   Vec2d AssociateMLElement(CMTTextIF& textIF, const std::shared_ptr<CMTMultiLineElement>& block,
                            const Vec2d& offset);
   /// Gives the box of a lower-case x in the line's attributes, placed at `position` by the

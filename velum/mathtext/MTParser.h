@@ -16,28 +16,36 @@
 ///     vlm::ScanMathText("Depth\n\\fs80 (m below \\i sea\\plain  level)", lines);  // count is 2
 ///
 /// *The language*. A text is a zero-terminated string of bytes. Plain characters stand for
-/// themselves;
-/// `\\`, `\{` and `\}` for a backslash and a brace. A carriage return, a line feed, or the former
-/// right before the latter ends a line. Braces save and restore the state of the text. A directive
-/// is a backslash and one of the forms below, and right behind it one blank, which belongs to it,
-/// or a line end or the end of the text. Keywords and names are read in any case. n is an unsigned
-/// number below 2^32, r a real number, s one or more characters from 1 to 127 in double quotes.
-/// Within parentheses white space may stand before each value, comma and closing parenthesis.
+/// themselves; `\\`, `\{` and `\}` for a backslash and a brace. A carriage return, a line feed, or
+/// the former right before the latter ends a line. Braces save and restore the state of the text. A
+/// directive is a backslash and one of the forms below, and right behind it one blank, which
+/// belongs to it, or a line end or the end of the text. Keywords and names are read in any case. n
+/// is an unsigned number below 2^32, r a real number, s one or more characters from 1 to 127 in
+/// double quotes. Within parentheses white space may stand before each value, comma and closing
+/// parenthesis.
 ///
 /// | Directive | Meaning |
 /// |---|---|
 /// | `\up`n, `\dn`n | the pen moves up or down by n percent of the text height |
-/// | `\black` `\blue` `\green` `\cyan` `\red` `\magenta` `\yellow` `\white` `\gray` | a colour,
-/// alpha kept | | `\rgbr`n `\rgbg`n `\rgbb`n `\rgba`n | one component of the colour, 0 to 255 | |
-/// `\color(`n`,`n`,`n`,`n`)` | red, green, blue and alpha, each 0 to 255 | | `\b` `\i` `\strike`
-/// `\ul` `\plain` | bold, italic, struck out, underlined, none of them | | `\f`s | the face | |
-/// `\fs`n | the text height, in percent of the present one | | `\a`n | the character with the code
-/// n | | `\date` `\time` `\dt(`s`)` | the present date or time, the last in the notation of
-/// MTDateTimeFormat.h | | `\sp`n `\rp`n | keeps the pen's position in slot n, 1 to 20, and goes
-/// back to it | | `\ssbeg(`r`,`r`,`h`,`v`)` | begins a substring, r percent of the text height
-/// right of and below the last string, anchored by h (left, center, right) and v (top, baseline,
-/// bottom, center) | | `\ssend` | ends the substring | | `\line(`r`,`r`,`side`)` | a line from that
-/// point to a side (left, top, right, bottom) of the last string's box |
+/// | `\black` `\blue` `\green` `\cyan` `\red` | a colour, alpha kept |
+/// | `\magenta` `\yellow` `\white` `\gray` | a colour, alpha kept |
+/// | `\rgbr`n `\rgbg`n `\rgbb`n `\rgba`n | one component of the colour, 0 to 255 |
+/// | `\color(`n`,`n`,`n`,`n`)` | red, green, blue and alpha, each 0 to 255 |
+/// | `\b` `\i` `\strike` `\ul` `\plain` | bold, italic, struck out, underlined, none of them |
+/// | `\f`s | the face |
+/// | `\fs`n | the text height, in percent of the present one |
+/// | `\a`n | the character with the code n |
+/// | `\date` `\time` | the present date, the present time |
+/// | `\dt(`s`)` | the present date and time in the notation of MTDateTimeFormat.h |
+/// | `\sp`n `\rp`n | keeps the pen's position in slot n, 1 to 20, and goes back to it |
+/// | `\ssbeg(`r`,`r`,`h`,`v`)` | begins a substring |
+/// | `\ssend` | ends the substring |
+/// | `\line(`r`,`r`,`side`)` | a straight line |
+///
+/// The numbers r lead to a point: so many percent of the text height right of and below the origin
+/// of the last string. A substring is anchored there by h (left, center, right) and v (top,
+/// baseline, bottom, center); a line runs from there to a side (left, top, right, bottom) of that
+/// string's box.
 
 #include <velum/colour/Color4b.h>
 #include <velum/core/Api.h>

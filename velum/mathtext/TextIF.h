@@ -21,21 +21,21 @@ namespace vlm {
 /// Weight codes of text.
 enum TextWeight : unsigned int {
   TEXT_WEIGHT_NORMAL = 4,  ///< the default
-  TEXT_WEIGHT_BOLD = 7
+  TEXT_WEIGHT_BOLD = 7     ///< bold
 };
 
 /// Style bits of text; a style is a sum of them, and 0 is upright.
 enum TextStyle : unsigned int {
-  TEXT_STYLE_ITALIC = 1,
-  TEXT_STYLE_UNDERLINE = 2,
-  TEXT_STYLE_STRIKEOUT = 4
+  TEXT_STYLE_ITALIC = 1,     ///< slanted
+  TEXT_STYLE_UNDERLINE = 2,  ///< a line below
+  TEXT_STYLE_STRIKEOUT = 4   ///< a line through the middle
 };
 
 /// How the lines of a block stand to each other. A block's anchor is a matter of `HAlignment`.
 enum HorizJustify : unsigned int {
-  HORIZ_JUSTIFY_LEFT = 1,  ///< the default
-  HORIZ_JUSTIFY_CENTER = 2,
-  HORIZ_JUSTIFY_RIGHT = 3
+  HORIZ_JUSTIFY_LEFT = 1,    ///< they begin below each other: the default
+  HORIZ_JUSTIFY_CENTER = 2,  ///< their middles stand below each other
+  HORIZ_JUSTIFY_RIGHT = 3    ///< they end below each other
 };
 
 /// A drawing device for text: a set of text attributes, a stack to keep them on, measures, and two

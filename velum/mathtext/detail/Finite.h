@@ -10,7 +10,7 @@
 
 namespace vlm::detail {
 
-/// Raises code 0, "MathText number out of range".
+/// Raises `ERR_CUSTOM` "MathText number out of range".
 [[noreturn]] void ThrowNumberOutOfRange();
 
 /// Tells whether both components are finite.
