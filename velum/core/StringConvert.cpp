@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
+#include <iterator>
 #include <limits>
 #include <locale>
 #include <sstream>
@@ -151,8 +152,7 @@ bool StringToDouble(const std::wstring& text, double& value) {
   if (text.empty()) return false;
   std::wstring trimmed = text;
   Trim(trimmed);
-  std::string narrow(platform::WideToUtf8(trimmed, nullptr), '\0');
-  platform::WideToUtf8(trimmed, narrow.data());
+  const std::string narrow = platform::WideToUtf8(trimmed);
   return narrow.empty() || ReadQuickly(narrow, value) || ReadWithRuntime(narrow, value);
 }
 

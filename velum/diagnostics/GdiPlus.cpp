@@ -1,14 +1,15 @@
 #include <velum/diagnostics/GdiPlus.h>
 
-#include <velum/core/WideText.h>
 #include <velum/diagnostics/DrawingContext.h>
 #include <velum/diagnostics/GdiPlusUtil.h>
 #include <velum/diagnostics/detail/DeviceContext.h>
+#include <velum/platform/detail/Canvas.h>
 #include <velum/platform/detail/Painting.h>
 #include <velum/platform/detail/Utf8.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstring>
 #include <new>
 #include <string_view>
@@ -54,18 +55,12 @@ Status StatusOf(platform::SaveResult result) {
   }
 }
 
-std::string Narrow(std::wstring_view text) {
-  std::string narrow(platform::WideToUtf8(text, nullptr), '\0');
-  platform::WideToUtf8(text, narrow.data());
-  return narrow;
-}
-
 /// A text of `length` elements, or of those before its terminator.
 std::string Narrow(const wchar_t* text, INT length) {
   if (length == 0) return {};
-  if (length < 0) return Narrow(std::wstring_view(text));
+  if (length < 0) return platform::WideToUtf8(text);
   const std::wstring_view all(text, static_cast<std::size_t>(length));
-  return Narrow(all.substr(0, all.find(L'\0')));
+  return platform::WideToUtf8(all.substr(0, all.find(L'\0')));
 }
 
 bool IsText(const wchar_t* text, INT length) { return length == 0 || (text && length >= -1); }
@@ -102,7 +97,7 @@ void CopyRows(const BitmapData& to, const BitmapData& from) {
 }  // namespace
 
 Font::Font(const wchar_t* family, REAL emSize, INT style)
-    : family_(family ? Narrow(std::wstring_view(family)) : std::string()),
+    : family_(family ? platform::WideToUtf8(family) : std::string()),
       emSize_(emSize),
       style_(style) {}
 Font::Font(const Font& other) = default;
@@ -158,7 +153,7 @@ Status Bitmap::Save(const wchar_t* path, const GUID* encoder) {
     return Keep(UnknownImageFormat);
   }
   try {
-    return Keep(StatusOf(platform::SavePng(*surface_, Narrow(path).c_str())));
+    return Keep(StatusOf(platform::SavePng(*surface_, platform::WideToUtf8(path).c_str())));
   } catch (const std::bad_alloc&) {
     return Keep(OutOfMemory);
   }

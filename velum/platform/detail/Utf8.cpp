@@ -171,4 +171,10 @@ std::size_t WideToUtf8(std::wstring_view text, char* out) noexcept {
   return out ? Convert(begin, end, out) : CountAll(begin, end, out);
 }
 
+std::string WideToUtf8(std::wstring_view text) {
+  std::string narrow(WideToUtf8(text, nullptr), '\0');
+  WideToUtf8(text, narrow.data());
+  return narrow;
+}
+
 }  // namespace vlm::platform

@@ -10,6 +10,7 @@
 /// taken as that code point.
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace vlm::platform {
@@ -24,6 +25,8 @@ std::size_t Utf8ToWide(std::string_view text, wchar_t* out) noexcept;
 
 /// Converts `text`; gives the number of bytes written to `out`, or needed if `out` is null.
 std::size_t WideToUtf8(std::wstring_view text, char* out) noexcept;
+/// A copy of `text` in UTF-8.
+[[nodiscard]] std::string WideToUtf8(std::wstring_view text);
 
 /// How many bytes a character has that starts with `lead`; 1 for what starts none.
 constexpr std::size_t Utf8Length(unsigned char lead) noexcept {
