@@ -17,7 +17,7 @@ namespace vlm {
 /// The same for wide text, where the number is one element.
 [[nodiscard]] VELUM_API std::wstring ReplaceHTMLHexCodes(const std::wstring& text);
 
-/// A copy with the characters that "&quot;", "&apos;", "&lt;", "&gt;" and "&amp;" stand for, and
+/// A copy with the characters that `&quot;`, `&apos;`, `&lt;`, `&gt;` and `&amp;` stand for, and
 /// then without codes, see `ReplaceHTMLHexCodes`. `"&amp;lt;"` gives `"&lt;"`.
 [[nodiscard]] VELUM_API std::string ReplaceHTMLSpecialEntities(const std::string& text);
 /// The same for wide text.
