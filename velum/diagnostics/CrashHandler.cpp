@@ -9,14 +9,17 @@
 #include <velum/platform/detail/FileSystem.h>
 #include <velum/platform/detail/NativePath.h>
 #include <velum/platform/detail/SafeFile.h>
+#include <velum/platform/detail/SafeText.h>
 #include <velum/platform/detail/UncaughtException.h>
 
 #include <atomic>
 #include <cerrno>
+#include <cstddef>
 #include <exception>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 
 namespace vlm {
 namespace {

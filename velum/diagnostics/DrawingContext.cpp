@@ -1,9 +1,12 @@
 #include <velum/diagnostics/DrawingContext.h>
 
 #include <velum/diagnostics/detail/DeviceContext.h>
+#include <velum/platform/detail/Canvas.h>
+#include <velum/platform/detail/Painting.h>
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <new>
 #include <utility>
 #include <vector>
@@ -250,10 +253,7 @@ bool BitBlt(HDC target, int x, int y, int cx, int cy, HDC source, int sourceX, i
   const DeviceContext& to = *ContextOf(target);
   const DeviceContext& from = *ContextOf(source);
   if (!to.canvas || !from.canvas) return false;
-  const auto sum = [](int a, int b) {
-    return static_cast<std::int32_t>(
-        std::clamp<std::int64_t>(std::int64_t{a} + b, INT32_MIN, INT32_MAX));
-  };
+  const auto sum = [](int a, int b) { return detail::Saturated(std::int64_t{a} + b); };
   const RECT box = detail::ToDevice(to.mapping, {x, y, sum(x, cx), sum(y, cy)});
   const RECT at =
       detail::ToDevice(from.mapping, {sourceX, sourceY, sum(sourceX, cx), sum(sourceY, cy)});

@@ -27,7 +27,7 @@
 /// so that handles may be given back in any order.
 
 #include <velum/core/Api.h>
-#include <velum/diagnostics/MapMode.h>
+#include <velum/diagnostics/MapMode.h>  // IWYU pragma: export
 #include <velum/platform/Types.h>
 
 #include <cstdint>

@@ -2,6 +2,7 @@
 
 #include <velum/core/Exception.h>
 #include <velum/diagnostics/Logger.h>
+#include <velum/diagnostics/detail/QuietLog.h>
 #include <velum/platform/detail/SharedObject.h>
 
 #include <utility>
@@ -24,11 +25,7 @@ bool CDynLib::Load(const GString& name) {
 
 void CDynLib::Unload() noexcept {
   if (!module_) return;
-  try {
-    g_Logger.SendVA(LogInformation, "Unloading library %s", name_.c_str());
-  } catch (...) {
-    // A log that can't be written is told of where the application writes to it.
-  }
+  detail::LogQuietly(LogInformation, "Unloading library %s", name_.c_str());
   platform::CloseSharedObject(module_);
   module_ = nullptr;
 }

@@ -1,5 +1,6 @@
 #include <velum/diagnostics/GdiPlusStart.h>
 
+#include <velum/diagnostics/Logger.h>
 #include <velum/diagnostics/detail/QuietLog.h>
 
 #include <atomic>

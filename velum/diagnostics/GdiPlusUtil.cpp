@@ -6,6 +6,8 @@
 #include <velum/geometry/Mat4d.h>
 #include <velum/geometry/Vec2.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>

@@ -1,8 +1,10 @@
 #include <velum/diagnostics/GdiUtil.h>
 
 #include <velum/diagnostics/DrawingContext.h>
+#include <velum/diagnostics/detail/DeviceContext.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <limits>
 
@@ -10,15 +12,12 @@ namespace vlm {
 
 namespace {
 
-using Limits = std::numeric_limits<std::int32_t>;
-
 constexpr COLORREF kRubberBand = 0x800000;
 
 void MoveCorner(HDC dc, RECT* r, int pixels) {
   if (!dc || !r) return;
   const auto moved = [pixels](std::int32_t x) {
-    return static_cast<std::int32_t>(
-        std::clamp<std::int64_t>(std::int64_t{x} + pixels, Limits::min(), Limits::max()));
+    return detail::Saturated(std::int64_t{x} + pixels);
   };
   POINT corner{r->right, r->bottom};
   LPtoDP(dc, &corner, 1);
@@ -43,6 +42,7 @@ void RectToPoints(const RECT& r, POINT* corners) noexcept {
 }
 
 void RectFromPoints(const POINT* points, unsigned count, RECT& r) noexcept {
+  using Limits = std::numeric_limits<std::int32_t>;
   r = {Limits::max(), Limits::max(), Limits::min(), Limits::min()};
   for (unsigned i = 0; i < count; ++i) RectAccumPoint(points[i], r);
 }

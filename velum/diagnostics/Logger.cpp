@@ -1,7 +1,6 @@
 #include <velum/diagnostics/Logger.h>
 
 #include <velum/core/Exception.h>
-#include <velum/core/StringFormat.h>
 #include <velum/core/SystemError.h>
 #include <velum/diagnostics/detail/CrashLog.h>
 #include <velum/diagnostics/detail/Finally.h>

@@ -1,6 +1,7 @@
+#include <velum/diagnostics/Logger.h>
+
 #include <velum/core/Exception.h>
 #include <velum/core/StringFormat.h>
-#include <velum/diagnostics/Logger.h>
 #include <velum/diagnostics/MachineInfo.h>
 #include <velum/diagnostics/ModQuery.h>
 #include <velum/diagnostics/detail/ExceptionText.h>

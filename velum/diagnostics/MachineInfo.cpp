@@ -1,9 +1,9 @@
 #include <velum/diagnostics/MachineInfo.h>
 
-#include <velum/core/StringFormat.h>
 #include <velum/platform/detail/MachineFacts.h>
 
 #include <bit>
+#include <string>
 #include <utility>
 
 namespace vlm {

@@ -1,6 +1,7 @@
 #include <velum/diagnostics/MapMode.h>
 
 #include <cmath>
+#include <cstdint>
 #include <initializer_list>
 #include <limits>
 

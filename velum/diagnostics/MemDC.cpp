@@ -3,20 +3,11 @@
 #include <velum/core/Exception.h>
 #include <velum/diagnostics/DrawingContext.h>
 #include <velum/diagnostics/detail/DeviceContext.h>
+#include <velum/platform/detail/Canvas.h>
 
-#include <algorithm>
-#include <limits>
+#include <cstdint>
 
 namespace vlm {
-
-namespace {
-
-std::int32_t Distance(std::int32_t from, std::int32_t to) {
-  return static_cast<std::int32_t>(
-      std::min<std::int64_t>(std::int64_t{to} - from, std::numeric_limits<std::int32_t>::max()));
-}
-
-}  // namespace
 
 CMemDC::CMemDC(HDC target, const RECT* rect) : memory_(nullptr), target_(target), rect_{} {
   if (!target) ThrowErrorImpl("GdiUtil", __LINE__, ERR_INTERNAL);
@@ -27,7 +18,8 @@ CMemDC::CMemDC(HDC target, const RECT* rect) : memory_(nullptr), target_(target)
   } else if (to.canvas) {
     rect_ = to.canvas->ClipBox();
   }
-  const SIZE size{Distance(rect_.left, rect_.right), Distance(rect_.top, rect_.bottom)};
+  const SIZE size{detail::Saturated(std::int64_t{rect_.right} - rect_.left),
+                  detail::Saturated(std::int64_t{rect_.bottom} - rect_.top)};
   memory_ = CreateCompatibleDC(target);
   bitmap_ = CreateCompatibleBitmap(memory_, size.cx, size.cy);
   replaced_ = bitmap_ ? SelectObject(memory_, bitmap_) : nullptr;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdarg>
+#include <cstddef>
 #include <limits>
 #include <optional>
 #include <string>

@@ -2,6 +2,7 @@
 
 #include <velum/diagnostics/RecentLines.h>
 #include <velum/diagnostics/detail/ExceptionText.h>
+#include <velum/platform/Types.h>
 #include <velum/platform/detail/Backtrace.h>
 #include <velum/platform/detail/CrashContext.h>
 #include <velum/platform/detail/LoadedCode.h>

@@ -4,9 +4,14 @@
 /// What a handle of a drawing context points to.
 
 #include <velum/diagnostics/DrawingContext.h>
+#include <velum/diagnostics/MapMode.h>
+#include <velum/platform/Types.h>
 #include <velum/platform/detail/Canvas.h>
 #include <velum/platform/detail/ReferenceContext.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <memory>
 
 namespace vlm::detail {
@@ -31,6 +36,12 @@ struct DeviceContext final : platform::FontContext {
 
 /// Makes a context on a canvas; null for null. *Errors*: `std::bad_alloc`.
 [[nodiscard]] HDC MakeDeviceContext(std::unique_ptr<platform::Canvas> canvas);
+
+/// The number itself, or the nearest one that 32 bits hold.
+[[nodiscard]] constexpr std::int32_t Saturated(std::int64_t number) noexcept {
+  using Limits = std::numeric_limits<std::int32_t>;
+  return static_cast<std::int32_t>(std::clamp<std::int64_t>(number, Limits::min(), Limits::max()));
+}
 
 /// A rectangle of logical units in device units, with its corners in order.
 [[nodiscard]] RECT ToDevice(const GMapMode& mapping, const RECT& box) noexcept;

@@ -7,6 +7,7 @@
 
 #include <velum/platform/Types.h>
 
+#include <cstdint>
 #include <string_view>
 
 namespace vlm::detail {
