@@ -1,11 +1,15 @@
 #include <velum/fonts/FaceInfo.h>
 
+#include <velum/diagnostics/Logger.h>
 #include <velum/diagnostics/detail/QuietLog.h>
 #include <velum/fonts/SystemFaceInfo.h>
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <string>
 #include <utility>
 
 namespace vlm {

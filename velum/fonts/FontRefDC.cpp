@@ -6,6 +6,7 @@
 #include <velum/platform/detail/ReferenceContext.h>
 
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <new>
 

@@ -19,6 +19,8 @@ namespace vlm {
 class VELUM_API FontRefDC {
  public:
   /// Takes a context, with no outline face selected.
+  ///
+  /// *Errors*: `std::bad_alloc`, here and for a face that is selected.
   FontRefDC();
   FontRefDC(const FontRefDC&) = delete;
   FontRefDC& operator=(const FontRefDC&) = delete;

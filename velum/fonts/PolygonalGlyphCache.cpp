@@ -3,6 +3,7 @@
 #include <velum/fonts/FaceInfo.h>
 #include <velum/fonts/SystemFaceInfo.h>
 
+#include <cstddef>
 #include <limits>
 #include <new>
 #include <utility>
@@ -60,7 +61,7 @@ void PolygonalGlyphCache::MaxCacheSize(unsigned int size) {
   maxSize_ = size;
   if (maxSize_ == 0) {
     Clear();
-  } else if (currentSize_ > maxSize_) {
+  } else {
     CleanupCache(0);
   }
 }
@@ -120,7 +121,7 @@ void PolygonalGlyphCache::AddToCache(unsigned int face, Face& kept,
   // A builder that gives its glyphs codes of its own may come to one that is kept.
   if (kept.records[code] != kAnchor) Drop(kept.records[code]);
   const unsigned int byteSize = glyph->ByteSize();
-  if (currentSize_ + byteSize > maxSize_) CleanupCache(byteSize);
+  CleanupCache(byteSize);
   const std::uint32_t record = std::exchange(freeRecords_, records_[freeRecords_].newer);
   records_[record] = {kAnchor, kAnchor, byteSize, face, code};
   MakeNewest(record);
@@ -137,10 +138,6 @@ void PolygonalGlyphCache::UpdateCache(std::uint32_t record) noexcept {
 
 void PolygonalGlyphCache::CleanupCache(unsigned int needed) noexcept {
   if (currentSize_ + needed <= maxSize_) return;
-  if (maxSize_ == 0) {
-    Clear();
-    return;
-  }
   const std::uint64_t target = currentSize_ + needed - maxSize_;
   // An exact fit takes one more: the room is then there for the next glyph too.
   for (std::uint64_t freed = 0; freed <= target && records_[kAnchor].newer != kAnchor;) {

@@ -68,7 +68,6 @@ class VELUM_API PolygonalGlyphCache {
   /// - Null if it is neither kept nor to be made, or the builder has none to give.
   /// - With a budget of 0 nothing is made.
   /// - A glyph larger than the budget is kept all the same, until the next one is made.
-  ///
   /// - A glyph for which there is no memory in the cache is given and not kept.
   ///
   /// *Errors*: what the builder throws; `std::bad_alloc` if there is no memory for the glyph.

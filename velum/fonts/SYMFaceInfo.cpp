@@ -5,6 +5,7 @@
 #include <velum/fonts/SymbolSets.h>
 
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 

@@ -8,6 +8,7 @@
 
 #include <velum/core/Api.h>
 #include <velum/fonts/FaceInfo.h>
+#include <velum/platform/Types.h>
 
 #include <vector>
 

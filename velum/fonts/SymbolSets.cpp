@@ -3,6 +3,7 @@
 #include <velum/fonts/detail/SymbolSetTable.h>
 
 #include <mutex>
+#include <utility>
 
 namespace vlm {
 

@@ -3,6 +3,7 @@
 #include <velum/core/Exception.h>
 #include <velum/core/StringCompare.h>
 #include <velum/diagnostics/GdiPlusStart.h>
+#include <velum/diagnostics/Logger.h>
 #include <velum/diagnostics/detail/QuietLog.h>
 #include <velum/fonts/SYMFaceInfo.h>
 #include <velum/fonts/SymbolSets.h>
@@ -11,10 +12,13 @@
 #include <velum/platform/detail/FontCatalog.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <numeric>
+#include <string>
 #include <utility>
 
 namespace vlm {

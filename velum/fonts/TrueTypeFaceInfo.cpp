@@ -6,6 +6,8 @@
 #include <velum/platform/detail/ReferenceContext.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string>
 

@@ -5,6 +5,7 @@
 #include <velum/fonts/FontRefDC.h>
 #include <velum/fonts/ScopedScriptCache.h>
 #include <velum/fonts/SystemFaceInfo.h>
+#include <velum/platform/detail/FontCatalog.h>
 #include <velum/platform/detail/FontFallback.h>
 #include <velum/platform/detail/ReferenceContext.h>
 #include <velum/platform/detail/Shaper.h>
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <utility>
 
