@@ -1,11 +1,11 @@
 #include <velum/mathtext/MTAssocStringElement.h>
 
-#include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
 #include <velum/mathtext/MTMultiLineElement.h>
 #include <velum/mathtext/MTStringElement.h>
 #include <velum/mathtext/detail/LeftBaseline.h>
 #include <velum/mathtext/detail/StateBracket.h>
+
 #include <algorithm>
 #include <utility>
 

@@ -10,9 +10,12 @@
 
 #include <velum/core/Api.h>
 #include <velum/core/GString.h>
+#include <velum/geometry/Box2.h>
 #include <velum/geometry/Vec2.h>
+#include <velum/mathtext/Forward.h>
 #include <velum/mathtext/MTElement.h>
 #include <velum/mathtext/MTParser.h>
+
 #include <cstddef>
 #include <memory>
 #include <vector>

@@ -1,18 +1,21 @@
 #include <velum/mathtext/MTContext.h>
 
-#include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
 #include <velum/mathtext/MTAssocStringElement.h>
 #include <velum/mathtext/MTDateTimeFormat.h>
 #include <velum/mathtext/MTLayout.h>
 #include <velum/mathtext/MTLineElement.h>
 #include <velum/mathtext/MTStringElement.h>
+#include <velum/mathtext/TextIF.h>
 #include <velum/mathtext/detail/DateTimeText.h>
 #include <velum/mathtext/detail/Finite.h>
 #include <velum/platform/detail/LocalTime.h>
+
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstring>
+#include <string>
 #include <string_view>
 #include <utility>
 

@@ -16,13 +16,16 @@
 ///
 /// MTParser.h describes the language.
 
+#include <velum/colour/Color4b.h>
 #include <velum/core/Api.h>
 #include <velum/core/GString.h>
 #include <velum/geometry/Vec2.h>
 #include <velum/mathtext/Forward.h>
+#include <velum/mathtext/MTAlignment.h>
 #include <velum/mathtext/MTMultiLineElement.h>
 #include <velum/mathtext/MTParser.h>
 #include <velum/mathtext/MTTextIF.h>
+
 #include <array>
 #include <memory>
 #include <vector>

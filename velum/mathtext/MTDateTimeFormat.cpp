@@ -1,9 +1,10 @@
 #include <velum/mathtext/MTDateTimeFormat.h>
 
-#include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
+
 #include <boost/phoenix.hpp>
 #include <boost/spirit/include/qi.hpp>
+
 #include <string>
 
 namespace vlm {

@@ -18,6 +18,7 @@
 #include <velum/mathtext/MTAlignment.h>
 #include <velum/mathtext/MTTextAttributes.h>
 #include <velum/mathtext/MTTextIF.h>
+
 #include <memory>
 #include <vector>
 

@@ -1,6 +1,5 @@
 #include <velum/mathtext/MTLayout.h>
 
-#include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
 #include <velum/mathtext/detail/LeftBaseline.h>
 

@@ -1,13 +1,12 @@
 #include <velum/mathtext/MTLineElement.h>
 
-#include <velum/core/ErrorCodes.h>
-#include <velum/core/Exception.h>
 #include <velum/mathtext/MTAssocStringElement.h>
 #include <velum/mathtext/MTLayout.h>
 #include <velum/mathtext/MTMultiLineElement.h>
 #include <velum/mathtext/MTStringElement.h>
 #include <velum/mathtext/detail/Finite.h>
 #include <velum/mathtext/detail/StateBracket.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <limits>
@@ -113,7 +112,8 @@ Vec2d CMTLineElement::AssociateMLElement(CMTTextIF& textIF,
 
 void CMTLineElement::CalcEmptyLineInternalBBox(CMTTextIF& textIF, const Vec2d& position,
                                                Box2d& box) const {
-  // The measures of the x are kept for as long as the line's own.
+  // The measures of the x are kept for as long as the line's own. The sum is that of
+  // `GetInternalBBox`, the x's offset of (0, 0) included, so that both boxes are alike to the bit.
   if (xBoxValid_ && IsGBBoxValid()) {
     const unsigned int horizAlignment = textIF.GetHorizAlignment();
     box = xBox_ + CalcLeftBaseline(xBox_, Vec2d(), horizAlignment, textIF.GetVertAlignment()) +

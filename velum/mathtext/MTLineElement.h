@@ -7,10 +7,13 @@
 ///     line.AddAssocStringElement(string, vlm::Vec2d(0.0, 0.0));
 
 #include <velum/core/Api.h>
+#include <velum/core/GString.h>
 #include <velum/geometry/Box2.h>
 #include <velum/geometry/Vec2.h>
+#include <velum/mathtext/Forward.h>
 #include <velum/mathtext/MTElement.h>
 #include <velum/mathtext/MTParser.h>
+
 #include <memory>
 #include <vector>
 

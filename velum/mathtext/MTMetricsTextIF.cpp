@@ -6,6 +6,7 @@
 #include <velum/mathtext/MTMultiLineElement.h>
 #include <velum/mathtext/MTParser.h>
 
+#include <memory>
 #include <utility>
 
 namespace vlm {

@@ -6,7 +6,9 @@
 #include <velum/mathtext/MTStringElement.h>
 #include <velum/mathtext/detail/LeftBaseline.h>
 #include <velum/mathtext/detail/StateBracket.h>
+
 #include <algorithm>
+#include <cstddef>
 #include <limits>
 #include <utility>
 

@@ -9,7 +9,12 @@
 ///       block->DrawUsingTextIF(textIF, vlm::Vec2d(100.0, 50.0));
 
 #include <velum/core/Api.h>
+#include <velum/core/GString.h>
+#include <velum/geometry/Box2.h>
+#include <velum/geometry/Vec2.h>
+#include <velum/mathtext/Forward.h>
 #include <velum/mathtext/MTElement.h>
+
 #include <cstddef>
 #include <memory>
 #include <vector>

@@ -1,9 +1,12 @@
 #include <velum/mathtext/MTParser.h>
 
 #include <velum/mathtext/detail/RealText.h>
+
 #include <boost/phoenix.hpp>
 #include <boost/spirit/include/qi.hpp>
+
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -219,9 +222,7 @@ struct MathText : qi::grammar<Iterator> {
   static bool ReadReal(const Range& range, double& value) {
     return detail::ReadReal(range.begin(), range.end(), value);
   }
-  static double ReadWord(const Range& range) {
-    return detail::ReadRealWord(range.begin(), range.end());
-  }
+  static double ReadWord(const Range& range) { return detail::ReadRealWord(range.begin()); }
 
   IMathTextScanner* scanner = nullptr;  // who is called; set before each scan
   std::string text;                     // the run being read

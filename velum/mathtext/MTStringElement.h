@@ -8,7 +8,13 @@
 
 #include <velum/core/Api.h>
 #include <velum/core/GString.h>
+#include <velum/geometry/Box2.h>
+#include <velum/geometry/Vec2.h>
+#include <velum/mathtext/Forward.h>
 #include <velum/mathtext/MTElement.h>
+
+#include <memory>
+#include <vector>
 
 namespace vlm {
 

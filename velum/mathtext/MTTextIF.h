@@ -12,6 +12,7 @@
 #include <velum/core/Api.h>
 #include <velum/mathtext/MTTextAttributes.h>
 #include <velum/mathtext/TextIF.h>
+
 #include <cstddef>
 #include <typeinfo>
 #include <vector>

@@ -1,5 +1,6 @@
 #include <velum/mathtext/detail/DateTimeText.h>
 
+#include <cstddef>
 #include <cstring>
 
 namespace vlm::detail {

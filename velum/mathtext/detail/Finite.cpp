@@ -1,6 +1,5 @@
 #include <velum/mathtext/detail/Finite.h>
 
-#include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
 
 namespace vlm::detail {

@@ -6,6 +6,7 @@
 ///     detail::RequireFinite(height * percent / 100.0);
 
 #include <velum/geometry/Vec2.h>
+
 #include <cmath>
 
 namespace vlm::detail {

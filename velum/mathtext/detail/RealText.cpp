@@ -7,6 +7,7 @@
 #include <locale>
 #include <sstream>
 #include <string>
+#include <system_error>
 #endif
 
 namespace vlm::detail {
@@ -66,10 +67,10 @@ bool ReadReal(const char* first, const char* last, double& value) {
   return true;
 }
 
-double ReadRealWord(const char* first, const char* /*last*/) {
-  const bool negative = SkipSign(first);
-  const double value = *first == 'n' || *first == 'N' ? std::numeric_limits<double>::quiet_NaN()
-                                                      : std::numeric_limits<double>::infinity();
+double ReadRealWord(const char* word) {
+  const bool negative = SkipSign(word);
+  const double value = *word == 'n' || *word == 'N' ? std::numeric_limits<double>::quiet_NaN()
+                                                    : std::numeric_limits<double>::infinity();
   return negative ? -value : value;
 }
 

@@ -15,7 +15,7 @@ namespace vlm::detail {
 /// - Too small: 0, with the sign, and true.
 [[nodiscard]] bool ReadReal(const char* first, const char* last, double& value);
 
-/// Reads "nan", "inf" or "infinity" in any case, with an optional sign.
-[[nodiscard]] double ReadRealWord(const char* first, const char* last);
+/// Reads what begins with "nan" or "inf", in any case, behind an optional sign.
+[[nodiscard]] double ReadRealWord(const char* word);
 
 }  // namespace vlm::detail

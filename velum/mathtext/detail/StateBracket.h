@@ -10,6 +10,7 @@
 
 #include <velum/mathtext/MTElement.h>
 #include <velum/mathtext/MTTextIF.h>
+
 #include <optional>
 
 namespace vlm::detail {
