@@ -5,6 +5,8 @@
 
 #include <velum/fonts/detail/sets/Glyph.h>
 
+#include <cstddef>
+
 namespace vlm::sets {
 
 /// Gives each glyph a cell of `width`, with what is drawn in its middle, and narrows those that are

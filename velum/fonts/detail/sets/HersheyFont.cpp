@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <fstream>
+#include <string>
 #include <utility>
 
 namespace vlm::sets {

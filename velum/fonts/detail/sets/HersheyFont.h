@@ -6,6 +6,8 @@
 
 #include <velum/fonts/detail/sets/Glyph.h>
 
+#include <string>
+
 namespace vlm::sets {
 
 /// Reads the file at `path`. The first glyph gets the code 32; there are at most 96.

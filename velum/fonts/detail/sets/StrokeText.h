@@ -6,6 +6,8 @@
 #include <velum/fonts/detail/sets/Glyph.h>
 
 #include <istream>
+#include <string>
+#include <vector>
 
 namespace vlm::sets {
 

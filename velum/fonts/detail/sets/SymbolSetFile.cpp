@@ -2,9 +2,11 @@
 
 #include <velum/fonts/detail/sets/GlyphShapes.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <fstream>
 #include <limits>
+#include <string>
 
 namespace vlm::sets {
 

@@ -5,6 +5,8 @@
 
 #include <velum/fonts/detail/sets/Glyph.h>
 
+#include <string>
+
 namespace vlm::sets {
 
 /// Writes a face to `path`. A line of one point gets another one at the same place.

@@ -4,11 +4,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <fstream>
 #include <limits>
 #include <map>
 #include <sstream>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace vlm::sets {
 

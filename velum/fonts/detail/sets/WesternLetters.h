@@ -5,6 +5,8 @@
 
 #include <velum/fonts/detail/sets/Glyph.h>
 
+#include <string>
+
 namespace vlm::sets {
 
 /// Adds the letters and signs that the table at `path` tells; it explains itself.
