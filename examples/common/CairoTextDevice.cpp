@@ -1,6 +1,5 @@
 #include <examples/common/CairoTextDevice.h>
 
-#include <velum/mathtext/MTAlignment.h>
 #include <examples/common/FaceMetrics.h>
 #include <examples/common/Handles.h>
 
@@ -88,11 +87,11 @@ struct CairoTextDevice::Font {
   KQTextIF::_TXTMETRICS metrics;  // for a height of 1
 };
 
-CairoTextDevice::CairoTextDevice(cairo_t* context, double height) : context_(context) {
+CairoTextDevice::CairoTextDevice(cairo_t* context, double height)
+    : AttributedTextDevice(height), context_(context) {
   if (context == nullptr) throw std::invalid_argument("a text device needs a Cairo context");
   layout_ = MakeLayout().release();
   cairo_reference(context_);
-  current_.height = height;
 }
 
 CairoTextDevice::~CairoTextDevice() {
@@ -100,19 +99,11 @@ CairoTextDevice::~CairoTextDevice() {
   cairo_destroy(context_);
 }
 
-void CairoTextDevice::PreserveState() { stack_.push_back(current_); }
-
-void CairoTextDevice::RestoreState() {
-  if (stack_.empty()) return;
-  current_ = std::move(stack_.back());
-  stack_.pop_back();
-}
-
 const CairoTextDevice::Font& CairoTextDevice::CurrentFont() {
-  const bool italic = (current_.style & TEXT_STYLE_ITALIC) != 0;
-  std::unique_ptr<Font>& font = fonts_[FontKey(current_.face, current_.weight, italic)];
+  const bool italic = (Now().style & TEXT_STYLE_ITALIC) != 0;
+  std::unique_ptr<Font>& font = fonts_[FontKey(Now().face, Now().weight, italic)];
   if (font == nullptr) {
-    FontDescriptionPtr description = Describe(current_.face, current_.weight, italic);
+    FontDescriptionPtr description = Describe(Now().face, Now().weight, italic);
     const PangoPtr<PangoFont> loaded(
         pango_context_load_font(pango_layout_get_context(layout_), description.get()));
     if (loaded == nullptr) throw std::runtime_error("no font is installed");
@@ -134,38 +125,38 @@ const CairoTextDevice::Font& CairoTextDevice::LayOut(const GString& text) {
 void CairoTextDevice::GetBounds(const GString& text, Box2d& box) {
   const Font& font = LayOut(text);
   LineExtents line = MeasureLine(layout_);
-  if ((current_.style & (TEXT_STYLE_UNDERLINE | TEXT_STYLE_STRIKEOUT)) != 0) {
+  if ((Now().style & (TEXT_STYLE_UNDERLINE | TEXT_STYLE_STRIKEOUT)) != 0) {
     line.inkLeft = std::min(line.inkLeft, 0.0);
     line.inkRight = std::max(line.inkRight, line.advance);
   }
-  const double height = current_.height;
+  const double height = Now().height;
   box.Set(line.inkLeft * height, -font.metrics.ascent * height, line.inkRight * height,
           font.metrics.descent * height);
 }
 
 void CairoTextDevice::GetExtent(const GString& text, Vec2d& extent) {
   const Font& font = LayOut(text);
-  extent.Set(MeasureLine(layout_).advance * current_.height, font.metrics.height * current_.height);
+  extent.Set(MeasureLine(layout_).advance * Now().height, font.metrics.height * Now().height);
 }
 
 void CairoTextDevice::GetMetrics(_TXTMETRICS& metrics) {
-  metrics = ScaleMetrics(CurrentFont().metrics, current_.height);
+  metrics = ScaleMetrics(CurrentFont().metrics, Now().height);
 }
 
 bool CairoTextDevice::Draw(const Vec2d& position, const GString& text) {
-  if (!IsDrawable(current_.height) || !IsFinite(position)) return true;
+  if (!IsDrawable(Now().height) || !IsFinite(position)) return true;
   const Font& font = LayOut(text);
   cairo_save(context_);
   cairo_translate(context_, position.x, position.y);
-  SetSourceColor(context_, current_.color);
-  cairo_scale(context_, current_.height, current_.height);
+  SetSourceColor(context_, Now().color);
+  cairo_scale(context_, Now().height, Now().height);
   cairo_new_path(context_);
   const double advance = MeasureLine(layout_).advance;
   const _TXTMETRICS& metrics = font.metrics;
-  if ((current_.style & TEXT_STYLE_UNDERLINE) != 0) {
+  if ((Now().style & TEXT_STYLE_UNDERLINE) != 0) {
     AddStroke(context_, advance, metrics.underscorePosition, metrics.underscoreSize);
   }
-  if ((current_.style & TEXT_STYLE_STRIKEOUT) != 0) {
+  if ((Now().style & TEXT_STYLE_STRIKEOUT) != 0) {
     AddStroke(context_, advance, metrics.strikeoutPosition, metrics.strikeoutSize);
   }
   cairo_fill(context_);
@@ -186,10 +177,10 @@ bool CairoTextDevice::Draw(const Vec2d& position, const GString& text) {
 }
 
 bool CairoTextDevice::DrawLine(const Vec2d& from, const Vec2d& to) {
-  if (!IsDrawable(current_.height) || !IsFinite(from) || !IsFinite(to)) return true;
+  if (!IsDrawable(Now().height) || !IsFinite(from) || !IsFinite(to)) return true;
   cairo_save(context_);
-  SetSourceColor(context_, current_.color);
-  cairo_set_line_width(context_, kRuleThickness * current_.height);
+  SetSourceColor(context_, Now().color);
+  cairo_set_line_width(context_, kRuleThickness * Now().height);
   cairo_set_line_cap(context_, CAIRO_LINE_CAP_BUTT);
   cairo_new_path(context_);
   cairo_move_to(context_, from.x, from.y);

@@ -17,13 +17,12 @@
 #include <velum/core/GString.h>
 #include <velum/geometry/Box2.h>
 #include <velum/geometry/Vec2.h>
-#include <velum/mathtext/TextIF.h>
+#include <examples/common/AttributedTextDevice.h>
 
 #include <map>
 #include <memory>
 #include <string>
 #include <tuple>
-#include <vector>
 
 struct _cairo;
 struct _PangoLayout;
@@ -46,10 +45,9 @@ void SetSourceColor(struct _cairo* context, Color4b color);
 ///
 /// *Attributes*. A weight code times 100 is the usual number of a weight: 4 is regular, 7 is bold.
 /// Style bits 1, 2 and 4 are italic, underline and strikeout. Character set, pitch and family are
-/// kept and have no effect: the face name and Pango's fallback decide. Alignments and justification
-/// are kept for whoever asks; `Draw` takes the left end of the baseline. The device keeps a stack
-/// of its own, so it serves `CMTDirectTextIF` as well as `CMTTextIF`.
-class CairoTextDevice final : public KQTextIF {
+/// kept and have no effect: the face name and Pango's fallback decide. The rest stands in
+/// `AttributedTextDevice`.
+class CairoTextDevice final : public AttributedTextDevice {
  public:
   /// Makes a device with the default attributes (black, "Arial", regular, left, baseline) and this
   /// height of the em.
@@ -59,39 +57,6 @@ class CairoTextDevice final : public KQTextIF {
   CairoTextDevice(const CairoTextDevice&) = delete;
   CairoTextDevice& operator=(const CairoTextDevice&) = delete;
   ~CairoTextDevice();
-
-  // The attributes: what each means stands in the class comment and in KQTextIF.
-  void SetColor(Color4b color) override { current_.color = color; }
-  Color4b GetColor() const override { return current_.color; }
-  void SetFace(const GString& face) override { current_.face = face; }
-  GString GetFace() const override { return current_.face; }
-  void SetWeight(unsigned int weight) override { current_.weight = weight; }
-  unsigned int GetWeight() const override { return current_.weight; }
-  void SetStyle(unsigned int style) override { current_.style = style; }
-  unsigned int GetStyle() const override { return current_.style; }
-  void SetCharset(unsigned int charset) override { current_.charset = charset; }
-  unsigned int GetCharset() const override { return current_.charset; }
-  void SetPitch(unsigned int pitch) override { current_.pitch = pitch; }
-  unsigned int GetPitch() const override { return current_.pitch; }
-  void SetFamily(unsigned int family) override { current_.family = family; }
-  unsigned int GetFamily() const override { return current_.family; }
-  void SetHorizAlignment(unsigned int horizAlignment) override {
-    current_.horizAlignment = horizAlignment;
-  }
-  unsigned int GetHorizAlignment() const override { return current_.horizAlignment; }
-  void SetVertAlignment(unsigned int vertAlignment) override {
-    current_.vertAlignment = vertAlignment;
-  }
-  unsigned int GetVertAlignment() const override { return current_.vertAlignment; }
-  void SetHorizJustify(unsigned int horizJustify) override { current_.horizJustify = horizJustify; }
-  unsigned int GetHorizJustify() const override { return current_.horizJustify; }
-  void SetHeight(double height) override { current_.height = height; }
-  double GetHeight() const override { return current_.height; }
-
-  /// Puts a copy of the attributes on the stack.
-  void PreserveState() override;
-  /// Takes the attributes from the top of the stack; nothing happens if it is empty.
-  void RestoreState() override;
 
   /// Gives the box of a text whose baseline begins at (0, 0).
   ///
@@ -121,20 +86,6 @@ class CairoTextDevice final : public KQTextIF {
   bool DrawLine(const Vec2d& from, const Vec2d& to) override;
 
  private:
-  struct Attributes {
-    Color4b color;
-    GString face = "Arial";
-    unsigned int weight = 4;
-    unsigned int style = 0;
-    unsigned int charset = 1;
-    unsigned int pitch = 2;
-    unsigned int family = 2;
-    unsigned int horizAlignment = 0;
-    unsigned int vertAlignment = 1;
-    unsigned int horizJustify = 1;
-    double height = 0.0;
-  };
-
   using FontKey = std::tuple<std::string, unsigned int, bool>;  // face, weight, italic
   struct Font;
 
@@ -143,8 +94,6 @@ class CairoTextDevice final : public KQTextIF {
 
   struct _cairo* context_;
   struct _PangoLayout* layout_;
-  Attributes current_;
-  std::vector<Attributes> stack_;
   std::map<FontKey, std::unique_ptr<Font>> fonts_;
 };
 

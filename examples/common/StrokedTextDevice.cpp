@@ -13,7 +13,6 @@
 #include <cmath>
 #include <limits>
 #include <stdexcept>
-#include <utility>
 
 namespace vlm::examples {
 namespace {
@@ -81,7 +80,7 @@ std::string NamesOfSets() {
 }  // namespace
 
 StrokedTextDevice::StrokedTextDevice(cairo_t* context, double height, const GString& face)
-    : context_(context) {
+    : AttributedTextDevice(height), context_(context) {
   if (context == nullptr) throw std::invalid_argument("a text device needs a Cairo context");
   const Set set = FindSet(face.String());
   if (set == nullptr) {
@@ -89,20 +88,11 @@ StrokedTextDevice::StrokedTextDevice(cairo_t* context, double height, const GStr
                              NamesOfSets());
   }
   baseFace_ = set->GetFaceName();
-  now_.text.face = baseFace_;
-  now_.text.height = height;
+  SetFace(baseFace_);
   cairo_reference(context_);
 }
 
 StrokedTextDevice::~StrokedTextDevice() { cairo_destroy(context_); }
-
-void StrokedTextDevice::PreserveState() { stack_.push_back(now_); }
-
-void StrokedTextDevice::RestoreState() {
-  if (stack_.empty()) return;
-  now_ = std::move(stack_.back());
-  stack_.pop_back();
-}
 
 StrokedTextDevice::Set StrokedTextDevice::FindSet(const std::string& name) {
   const auto known = sets_.find(name);
@@ -111,7 +101,7 @@ StrokedTextDevice::Set StrokedTextDevice::FindSet(const std::string& name) {
 }
 
 StrokedTextDevice::Set StrokedTextDevice::CurrentSet() {
-  Set set = FindSet(now_.text.face.String());
+  Set set = FindSet(Now().face.String());
   if (set == nullptr) set = FindSet(baseFace_.String());
   if (set->GetGlyphInfoListSize() == 0) {
     throw std::runtime_error("the symbol set '" + set->GetFaceName().String() + "' is damaged");
@@ -149,7 +139,7 @@ const CStrokedFace::GlyphInfo* StrokedTextDevice::FindGlyph(char32_t character, 
 StrokedTextDevice::Line StrokedTextDevice::LayOut(const GString& text) {
   Line line;
   const Set current = CurrentSet();
-  const double scale = now_.text.height / current->GetEmSize();
+  const double scale = Now().height / current->GetEmSize();
   for (const char32_t character : CharactersOf(text)) {
     Set set = current;
     const CStrokedFace::GlyphInfo* glyph = FindGlyph(character, set);
@@ -161,17 +151,17 @@ StrokedTextDevice::Line StrokedTextDevice::LayOut(const GString& text) {
 }
 
 double StrokedTextDevice::PenWidth() const {
-  const double weight = std::clamp(static_cast<int>(now_.text.weight), 1, 10) - 4;
-  return now_.text.height * (kPen + kPenPerWeight * weight);
+  const double weight = std::clamp(static_cast<int>(Now().weight), 1, 10) - 4;
+  return Now().height * (kPen + kPenPerWeight * weight);
 }
 
 double StrokedTextDevice::Slant() const {
-  return (now_.text.style & TEXT_STYLE_ITALIC) != 0 ? kLean : 0.0;
+  return (Now().style & TEXT_STYLE_ITALIC) != 0 ? kLean : 0.0;
 }
 
 KQTextIF::_TXTMETRICS StrokedTextDevice::Measures() {
   const Set set = CurrentSet();
-  const double unit = now_.text.height / set->GetEmSize();
+  const double unit = Now().height / set->GetEmSize();
   _TXTMETRICS metrics{};
   metrics.emSquare = static_cast<unsigned int>(set->GetEmSize());
   metrics.ascent = unit * set->GetMaxAscender();
@@ -208,7 +198,7 @@ void StrokedTextDevice::GetBounds(const GString& text, Box2d& box) {
       right = std::max(right, x);
     }
   }
-  if ((now_.text.style & (TEXT_STYLE_UNDERLINE | TEXT_STYLE_STRIKEOUT)) != 0) {
+  if ((Now().style & (TEXT_STYLE_UNDERLINE | TEXT_STYLE_STRIKEOUT)) != 0) {
     left = std::min(left, 0.0);
     right = std::max(right, line.advance);
   }
@@ -221,10 +211,10 @@ void StrokedTextDevice::GetBounds(const GString& text, Box2d& box) {
 }
 
 bool StrokedTextDevice::Draw(const Vec2d& position, const GString& text) {
-  if (!IsDrawable(now_.text.height) || !IsFinite(position)) return true;
+  if (!IsDrawable(Now().height) || !IsFinite(position)) return true;
   const Line line = LayOut(text);
   cairo_save(context_);
-  SetSourceColor(context_, now_.text.color);
+  SetSourceColor(context_, Now().color);
   cairo_new_path(context_);
   for (const Letter& letter : line.letters) {
     AddStrokedGlyph(context_, *letter.glyph, position + Vec2d(letter.x, 0.0), letter.scale,
@@ -235,17 +225,17 @@ bool StrokedTextDevice::Draw(const Vec2d& position, const GString& text) {
     cairo_move_to(context_, position.x, position.y - height);
     cairo_line_to(context_, position.x + line.advance, position.y - height);
   };
-  if ((now_.text.style & TEXT_STYLE_UNDERLINE) != 0) addLine(metrics.underscorePosition);
-  if ((now_.text.style & TEXT_STYLE_STRIKEOUT) != 0) addLine(metrics.strikeoutPosition);
+  if ((Now().style & TEXT_STYLE_UNDERLINE) != 0) addLine(metrics.underscorePosition);
+  if ((Now().style & TEXT_STYLE_STRIKEOUT) != 0) addLine(metrics.strikeoutPosition);
   StrokeRound(context_, PenWidth());
   cairo_restore(context_);
   return cairo_status(context_) == CAIRO_STATUS_SUCCESS;
 }
 
 bool StrokedTextDevice::DrawLine(const Vec2d& from, const Vec2d& to) {
-  if (!IsDrawable(now_.text.height) || !IsFinite(from) || !IsFinite(to)) return true;
+  if (!IsDrawable(Now().height) || !IsFinite(from) || !IsFinite(to)) return true;
   cairo_save(context_);
-  SetSourceColor(context_, now_.text.color);
+  SetSourceColor(context_, Now().color);
   cairo_new_path(context_);
   cairo_move_to(context_, from.x, from.y);
   cairo_line_to(context_, to.x, to.y);

@@ -9,9 +9,10 @@
 
 #include <velum/core/GString.h>
 #include <velum/fonts/StrokedFace.h>
-#include <velum/mathtext/MTAlignment.h>
-#include <velum/mathtext/MTTextAttributes.h>
+#include <velum/geometry/Box2.h>
+#include <velum/geometry/Vec2.h>
 #include <velum/mathtext/TextIF.h>
+#include <examples/common/AttributedTextDevice.h>
 
 #include <map>
 #include <memory>
@@ -38,8 +39,8 @@ namespace vlm::examples {
 ///
 /// *Attributes*. The face is one of the symbol sets. Another name, such as a directive of a text
 /// may give, stands for the set that the device was made with. Character set, pitch and family are
-/// kept and have no effect.
-class StrokedTextDevice final : public KQTextIF {
+/// kept and have no effect. The rest stands in `AttributedTextDevice`.
+class StrokedTextDevice final : public AttributedTextDevice {
  public:
   /// Makes a device with the default attributes but for the face and the height.
   ///
@@ -49,35 +50,6 @@ class StrokedTextDevice final : public KQTextIF {
   StrokedTextDevice(const StrokedTextDevice&) = delete;
   StrokedTextDevice& operator=(const StrokedTextDevice&) = delete;
   ~StrokedTextDevice();
-
-  // The attributes: what each means stands in the class comment and in KQTextIF.
-  void SetColor(Color4b color) override { now_.text.color = color; }
-  Color4b GetColor() const override { return now_.text.color; }
-  void SetFace(const GString& face) override { now_.text.face = face; }
-  GString GetFace() const override { return now_.text.face; }
-  void SetWeight(unsigned int weight) override { now_.text.weight = weight; }
-  unsigned int GetWeight() const override { return now_.text.weight; }
-  void SetStyle(unsigned int style) override { now_.text.style = style; }
-  unsigned int GetStyle() const override { return now_.text.style; }
-  void SetCharset(unsigned int charset) override { now_.text.charset = charset; }
-  unsigned int GetCharset() const override { return now_.text.charset; }
-  void SetPitch(unsigned int pitch) override { now_.text.pitch = pitch; }
-  unsigned int GetPitch() const override { return now_.text.pitch; }
-  void SetFamily(unsigned int family) override { now_.text.family = family; }
-  unsigned int GetFamily() const override { return now_.text.family; }
-  void SetHorizAlignment(unsigned int alignment) override { now_.horizAlignment = alignment; }
-  unsigned int GetHorizAlignment() const override { return now_.horizAlignment; }
-  void SetVertAlignment(unsigned int alignment) override { now_.vertAlignment = alignment; }
-  unsigned int GetVertAlignment() const override { return now_.vertAlignment; }
-  void SetHorizJustify(unsigned int justify) override { now_.horizJustify = justify; }
-  unsigned int GetHorizJustify() const override { return now_.horizJustify; }
-  void SetHeight(double height) override { now_.text.height = height; }
-  double GetHeight() const override { return now_.text.height; }
-
-  /// Puts a copy of the attributes on the stack.
-  void PreserveState() override;
-  /// Takes the attributes from the top of the stack; nothing happens if it is empty.
-  void RestoreState() override;
 
   /// Gives the box of a text whose baseline begins at (0, 0): across that of the ink, down from the
   /// ascent to the descent of the face.
@@ -94,12 +66,6 @@ class StrokedTextDevice final : public KQTextIF {
   bool DrawLine(const Vec2d& from, const Vec2d& to) override;
 
  private:
-  struct Attributes {
-    MTTextAttributes text;
-    unsigned int horizAlignment = HALIGN_LEFT;
-    unsigned int vertAlignment = VALIGN_BASELINE;
-    unsigned int horizJustify = HORIZ_JUSTIFY_LEFT;
-  };
   // A glyph of a text, with its advance and what its units measure in the context's.
   struct Letter {
     const CStrokedFace::GlyphInfo* glyph;
@@ -122,8 +88,6 @@ class StrokedTextDevice final : public KQTextIF {
 
   struct _cairo* context_;
   GString baseFace_;
-  Attributes now_;
-  std::vector<Attributes> stack_;
   std::map<std::string, Set> sets_;
   std::map<char32_t, CStrokedFace::GlyphInfo> accented_;
 };
