@@ -2,6 +2,7 @@
 
 #include <velum/core/Exception.h>
 
+#include <cstddef>
 #include <exception>
 #include <limits>
 
@@ -59,9 +60,10 @@ void BasicDashLineGenerator<Vec>::InitState() noexcept {
   remaining_ = dashes_.empty() ? 0 : dashes_[0];
 }
 
-// Segments below this length are dashed; 0 or NaN, which nothing is below, where none is.
+// Segments below this length are dashed; 0, which nothing is below, where none is.
 template <class Vec>
 double BasicDashLineGenerator<Vec>::LongestDashed() const noexcept {
+  if (dashes_.empty()) return 0;
   double sum = 0;
   for (double entry : dashes_) {
     if (!(entry >= 0)) return 0;

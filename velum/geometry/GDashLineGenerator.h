@@ -99,7 +99,7 @@ class VELUM_API BasicDashLineGenerator {
  protected:
   /// Sets the list and the initial state.
   void Construct(const double* dashes, unsigned count);
-  /// Empties the list.
+  /// Empties the list: until there is another one, paths are drawn whole.
   void FreeAll() noexcept { dashes_.clear(); }
   /// Starts the pattern anew: the first entry, the pen down, no last point.
   void InitState() noexcept;

@@ -150,6 +150,19 @@ TEST(DashLineGenerator, ReportsMisuseAndStaysAsItWas) {
   EXPECT_EQ(Dashed(generator, {{16, 0}, {20, 0}}), Level({{16, 20}})) << "no points start it anew";
 }
 
+TEST(DashLineGenerator, DrawsPathsWholeOnceItsListIsFreed) {
+  struct Open : GDashLineGenerator {
+    using GDashLineGenerator::FreeAll;
+    using GDashLineGenerator::GDashLineGenerator;
+  };
+  const double list[] = {10, 5};
+  Open generator(list, 2);
+  Dashed(generator, {{0, 0}, {12, 0}});
+  generator.FreeAll();
+  EXPECT_EQ(Dashed(generator, {{12, 0}, {30, 0}, {60, 0}}), Level({{12, 30}, {30, 60}}));
+  EXPECT_EQ(Dashed(generator, {{0, 0}, {30, 0}}), Level({{0, 30}}));
+}
+
 TEST(DashLineGenerator, TakesPolylines) {
   const double list[] = {10, 5};
   const Points path{{0, 0}, {12, 0}};
