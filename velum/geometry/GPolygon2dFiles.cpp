@@ -7,12 +7,13 @@
 #include <algorithm>
 #include <bit>
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <iterator>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace vlm {
@@ -129,14 +130,8 @@ class TextReader {
   std::string number_;
 };
 
-// Values of 8 bytes, the lowest first.
-template <class T>
-T Ordered(T value) {
-  if constexpr (std::endian::native == std::endian::little) return value;
-  auto* const bytes = reinterpret_cast<unsigned char*>(&value);
-  std::reverse(bytes, bytes + sizeof value);
-  return value;
-}
+// The binary form has values as they stand.
+static_assert(std::endian::native == std::endian::little);
 
 // As many points as go through the file at a time: what a count says is no more than a claim.
 constexpr std::size_t kSomePoints = 4096;
@@ -148,7 +143,7 @@ class BinaryWriter {
   void Comment(const char*, unsigned int, unsigned int = 0) {}
 
   void Count(std::size_t count) {
-    const std::uint64_t number = Ordered(std::uint64_t{count});
+    const std::uint64_t number = count;
     file_.Write(&number, sizeof number);
   }
 
@@ -156,16 +151,12 @@ class BinaryWriter {
     Count(ring.size());
     for (std::size_t i = 0; i < ring.size(); i += kSomePoints) {
       const std::size_t now = std::min(ring.size() - i, kSomePoints);
-      for (std::size_t k = 0; k < now; ++k) {
-        some_[k].Set(Ordered(ring[i + k].x), Ordered(ring[i + k].y));
-      }
-      file_.Write(some_.data(), static_cast<unsigned int>(now * sizeof(Vec2d)));
+      file_.Write(ring.data() + i, static_cast<unsigned int>(now * sizeof(Vec2d)));
     }
   }
 
  private:
   CBufferedFile& file_;
-  std::vector<Vec2d> some_ = std::vector<Vec2d>(kSomePoints);
 };
 
 class BinaryReader {
@@ -175,16 +166,14 @@ class BinaryReader {
   std::uint32_t Count() {
     std::uint64_t number = 0;
     file_.ReadN(&number, sizeof number);
-    return static_cast<std::uint32_t>(Ordered(number));
+    return static_cast<std::uint32_t>(number);
   }
 
   void Ring(Ring2d& ring) {
     for (std::size_t left = Count(); left > 0;) {
       const std::size_t now = std::min(left, kSomePoints);
       file_.ReadN(some_.data(), static_cast<unsigned int>(now * sizeof(Vec2d)));
-      for (std::size_t k = 0; k < now; ++k) {
-        ring.push_back(Vec2d(Ordered(some_[k].x), Ordered(some_[k].y)));
-      }
+      ring.insert(ring.end(), some_.begin(), some_.begin() + static_cast<std::ptrdiff_t>(now));
       left -= now;
     }
   }

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
+#include <system_error>
 
 namespace {
 
@@ -111,49 +112,25 @@ class TextFile {
   std::size_t length_ = 0;
 };
 
-// Turns the bytes of values from the file's order, lowest byte first, into the machine's or back.
-template <class T>
-void Reorder(T* values, std::size_t count) {
-  if constexpr (std::endian::native == std::endian::little) return;
-  for (T* value = values; value != values + count; ++value) {
-    auto* const bytes = reinterpret_cast<unsigned char*>(value);
-    std::reverse(bytes, bytes + sizeof(T));
-  }
-}
+// The binary form: values as they stand, with no gap between the coordinates of a vertex.
+static_assert(std::endian::native == std::endian::little);
+static_assert(sizeof(gpc_vertex) == 2 * sizeof(double));
 
-// The binary form.
 class BinaryFile {
  public:
   explicit BinaryFile(FILE* file) : file_(file) {}
 
-  bool Write(std::int32_t number) {
-    Reorder(&number, 1);
-    return std::fwrite(&number, sizeof(number), 1, file_) == 1;
-  }
+  bool Write(std::int32_t number) { return std::fwrite(&number, sizeof(number), 1, file_) == 1; }
 
   bool Write(const gpc_vertex* vertices, std::size_t count) {
-    gpc_vertex some[256];
-    while (count > 0) {
-      const std::size_t now = std::min(count, std::size(some));
-      std::copy_n(vertices, now, some);
-      Reorder(&some[0].x, 2 * now);
-      if (std::fwrite(some, sizeof(gpc_vertex), now, file_) != now) return false;
-      vertices += now;
-      count -= now;
-    }
-    return true;
+    return std::fwrite(vertices, sizeof(gpc_vertex), count, file_) == count;
   }
 
-  bool Read(std::int32_t& number) {
-    const bool read = std::fread(&number, sizeof(number), 1, file_) == 1;
-    Reorder(&number, 1);
-    return read;
-  }
+  bool Read(std::int32_t& number) { return std::fread(&number, sizeof(number), 1, file_) == 1; }
 
+  // Gives how many of `count` vertices there are.
   std::size_t Read(gpc_vertex* vertices, std::size_t count) {
-    const std::size_t read = std::fread(vertices, sizeof(gpc_vertex), count, file_);
-    Reorder(&vertices[0].x, 2 * read);
-    return read;
+    return std::fread(vertices, sizeof(gpc_vertex), count, file_);
   }
 
  private:
