@@ -1,5 +1,7 @@
 #include <velum/geometry/detail/EdgeParity.h>
 
+#include <velum/platform/detail/VectorUnit.h>
+
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -83,12 +85,10 @@ bool OddNumberOnPath(const Vec2d& p, const Vec2d* points, unsigned count) noexce
 
 #ifdef __x86_64__
 
-bool HasAvx2() noexcept { return __builtin_cpu_supports("avx2"); }
-
 // Edges that span the point's height are few on most outlines: they are picked out by their ends.
 // Where they are many, all of a block are computed.
-[[gnu::target("avx2")]] bool OddNumberOnPathAvx2(const Vec2d& p, const Vec2d* points,
-                                                 unsigned count) noexcept {
+[[gnu::target("avx2")]] bool OddNumberOnPathFourWide(const Vec2d& p, const Vec2d* points,
+                                                     unsigned count) noexcept {
   const Four px = {p.x, p.x, p.x, p.x};
   const Four py = {p.y, p.y, p.y, p.y};
   FourBits odd = {0, 0, 0, 0};
@@ -114,18 +114,15 @@ bool HasAvx2() noexcept { return __builtin_cpu_supports("avx2"); }
 
 #else
 
-bool HasAvx2() noexcept { return false; }
-
-bool OddNumberOnPathAvx2(const Vec2d& p, const Vec2d* points, unsigned count) noexcept {
+bool OddNumberOnPathFourWide(const Vec2d& p, const Vec2d* points, unsigned count) noexcept {
   return OddNumberOnPath(p, points, count);
 }
 
 #endif
 
 bool OddNumberOfEdges(const Vec2d& p, const Vec2d* points, unsigned count) noexcept {
-  static const bool hasAvx2 = HasAvx2();
-  const bool isOdd =
-      hasAvx2 ? OddNumberOnPathAvx2(p, points, count) : OddNumberOnPath(p, points, count);
+  const bool isOdd = platform::HasFourWide() ? OddNumberOnPathFourWide(p, points, count)
+                                             : OddNumberOnPath(p, points, count);
   return isOdd ^ Passes(p, points[count - 1], points[0]);
 }
 

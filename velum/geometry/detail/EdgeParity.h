@@ -15,11 +15,8 @@ namespace vlm::detail {
 /// edge.
 [[nodiscard]] bool OddNumberOnPath(const Vec2d& p, const Vec2d* points, unsigned count) noexcept;
 
-/// Tells the same, sixteen edges at a time. The processor must have AVX2, see `HasAvx2`.
-[[nodiscard]] bool OddNumberOnPathAvx2(const Vec2d& p, const Vec2d* points,
-                                       unsigned count) noexcept;
-
-/// True if the processor and the system run AVX2 instructions.
-[[nodiscard]] bool HasAvx2() noexcept;
+/// Tells the same, sixteen edges at a time. Only where `platform::HasFourWide`.
+[[nodiscard]] bool OddNumberOnPathFourWide(const Vec2d& p, const Vec2d* points,
+                                           unsigned count) noexcept;
 
 }  // namespace vlm::detail

@@ -2,6 +2,7 @@
 
 #include <velum/geometry/detail/InverseFourWide.h>
 #include <velum/geometry/detail/Pair.inl.h>
+#include <velum/platform/detail/VectorUnit.h>
 
 #include <cmath>
 #include <cstddef>
@@ -134,7 +135,7 @@ float SumOfMagnitudes(Row row) noexcept {
 }  // namespace
 
 bool InvertAffine(const double* m, double* out) noexcept {
-  return HasFourWide() ? InvertAffineFourWide(m, out) : InvertAffineInPairs(m, out);
+  return platform::HasFourWide() ? InvertAffineFourWide(m, out) : InvertAffineInPairs(m, out);
 }
 
 bool InvertAffineInPairs(const double* m, double* out) noexcept { return InvertAffineOf(m, out); }

@@ -6,14 +6,6 @@
 
 namespace vlm::detail {
 
-namespace {
-
-const bool isThere = __builtin_cpu_supports("avx2");
-
-}  // namespace
-
-bool HasFourWide() noexcept { return isThere; }
-
 // The columns of the inverse are the cross products of the rows over the determinant. They are
 // left rotated, (z, x, y), until the end, which saves a permutation each.
 [[gnu::target("avx2")]] bool InvertAffineFourWide(const double* m, double* out) noexcept {
@@ -88,8 +80,6 @@ bool HasFourWide() noexcept { return isThere; }
 #else
 
 namespace vlm::detail {
-
-bool HasFourWide() noexcept { return false; }
 
 bool InvertAffineFourWide(const double*, double*) noexcept { return false; }
 

@@ -1,5 +1,7 @@
 #include <velum/geometry/detail/EdgeParity.h>
 
+#include <velum/platform/detail/VectorUnit.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,7 +13,7 @@ namespace vlm::detail {
 namespace {
 
 TEST(EdgeParity, IsTheSameWithWideInstructions) {
-  if (!HasAvx2()) GTEST_SKIP() << "the processor has no AVX2";
+  if (!platform::HasFourWide()) GTEST_SKIP() << "the processor has no AVX2";
   SCOPED_TRACE("seed 8");
   std::mt19937 random(8);
   const double odd[] = {0,      -0.0,         1,
@@ -34,7 +36,7 @@ TEST(EdgeParity, IsTheSameWithWideInstructions) {
     const Vec2d p(coordinate(), coordinate());
     const auto count = static_cast<unsigned>(points.size());
     const bool plain = OddNumberOnPath(p, points.data(), count);
-    ASSERT_EQ(OddNumberOnPathAvx2(p, points.data(), count), plain) << round;
+    ASSERT_EQ(OddNumberOnPathFourWide(p, points.data(), count), plain) << round;
     inside += plain;
   }
   EXPECT_GT(inside, 10000) << "both answers come up";

@@ -2,6 +2,7 @@
 
 #include <velum/geometry/Mat4d.h>
 #include <velum/geometry/detail/InverseFourWide.h>
+#include <velum/platform/detail/VectorUnit.h>
 
 #include <gtest/gtest.h>
 
@@ -54,7 +55,7 @@ TEST(Inverse4, MinorsFailBelowTheirThreshold) {
 
 // Numbers of all kinds: random ones, and those that make a matrix singular or nearly so.
 TEST(Inverse4, AffineInversesHaveTheSameBitsInRegistersOfAnyWidth) {
-  if (!HasFourWide()) GTEST_SKIP() << "this processor has none for four doubles";
+  if (!platform::HasFourWide()) GTEST_SKIP() << "this processor has none for four doubles";
   constexpr double kKinds[] = {0, -0.0, 1, -1, 0.1, 3, 1e-8, -1e200, 1e200, 5e-324, INFINITY, NAN};
   std::mt19937 random(7);
   SCOPED_TRACE("seed 7");
