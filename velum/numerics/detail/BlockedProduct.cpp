@@ -1,5 +1,7 @@
 #include <velum/numerics/detail/BlockedProduct.h>
 
+#include <velum/platform/detail/VectorUnit.h>
+
 #include <emmintrin.h>
 #include <algorithm>
 #include <cstring>
@@ -152,7 +154,7 @@ void BlockedProduct(std::size_t rows, std::size_t cols, std::size_t depth, const
 void BlockedProduct(std::size_t rows, std::size_t cols, std::size_t depth, const ProductOperand& a,
                     const ProductOperand& b, const ProductTarget& out) {
   BlockedProduct(rows, cols, depth, a, b, out,
-                 HasFourWideTiles() ? ProductTileFourWide : ProductTileTwoWide);
+                 platform::HasFourWide() ? ProductTileFourWide : ProductTileTwoWide);
 }
 
 }  // namespace vlm::detail

@@ -4,7 +4,8 @@
 /// The innermost part of matrix products: a tile of at most 4 rows and 12 columns of sums, which
 /// stay in registers while all their products are added.
 ///
-///     TileFunction* const tile = HasFourWideTiles() ? ProductTileFourWide : ProductTileTwoWide;
+///     TileFunction* const tile =
+///         platform::HasFourWide() ? ProductTileFourWide : ProductTileTwoWide;
 ///     tile(4, 12, operands);
 ///
 /// Several sums lie side by side in a register; each of them is added up in the order of the
@@ -34,10 +35,7 @@ struct TileOperands {
 /// Makes a tile of 1 to 4 rows and 1 to 12 columns.
 using TileFunction = void(unsigned rows, unsigned cols, const TileOperands& operands) noexcept;
 
-/// True if the processor has AVX2. False before the library's own start, which costs time alone.
-[[nodiscard]] bool HasFourWideTiles() noexcept;
-
-/// Four doubles to a register; only where `HasFourWideTiles`.
+/// Four doubles to a register; only where `platform::HasFourWide`.
 TileFunction ProductTileFourWide;
 
 /// Two doubles to a register.

@@ -6,8 +6,6 @@ namespace vlm::detail {
 
 namespace {
 
-const bool isThere = __builtin_cpu_supports("avx2");
-
 // All ones in the first `count` lanes.
 [[gnu::target("avx2")]] inline __m256i FirstLanes(unsigned count) noexcept {
   alignas(32) constexpr long long kOnes[] = {-1, -1, -1, -1, 0, 0, 0, 0};
@@ -99,8 +97,6 @@ constexpr TileForm* kForms[kTileRows][kTileCols / 4][2] = {
 };
 
 }  // namespace
-
-bool HasFourWideTiles() noexcept { return isThere; }
 
 void ProductTileFourWide(unsigned rows, unsigned cols, const TileOperands& operands) noexcept {
   if (rows == kTileRows && cols == kTileCols && operands.aRow == 1 &&

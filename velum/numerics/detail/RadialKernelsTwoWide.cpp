@@ -1,6 +1,6 @@
-#include <velum/numerics/detail/ProductTile.h>
 #include <velum/numerics/detail/RadialKernels.h>
 #include <velum/numerics/detail/RadialLanes.h>
+#include <velum/platform/detail/VectorUnit.h>
 
 #include <emmintrin.h>
 
@@ -25,7 +25,7 @@ constinit const RadialKernelSet kRadialKernelsTwoWide = {FillRow<TwoLanes>, AddS
                                                          AddSums<TwoLanes>};
 
 const RadialKernelSet& RadialKernels() noexcept {
-  return HasFourWideTiles() ? kRadialKernelsFourWide : kRadialKernelsTwoWide;
+  return platform::HasFourWide() ? kRadialKernelsFourWide : kRadialKernelsTwoWide;
 }
 
 }  // namespace vlm::detail

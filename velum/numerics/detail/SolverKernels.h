@@ -73,7 +73,7 @@ struct SolverKernelSet {
 };
 
 extern const SolverKernelSet kSolverKernelsTwoWide;   ///< Two doubles to a register.
-extern const SolverKernelSet kSolverKernelsFourWide;  ///< Four; only where `HasFourWideTiles`.
+extern const SolverKernelSet kSolverKernelsFourWide;  ///< Four; only where `platform::HasFourWide`.
 
 /// Returns the loops for this processor.
 [[nodiscard]] const SolverKernelSet& SolverKernels() noexcept;

@@ -1,6 +1,6 @@
-#include <velum/numerics/detail/ProductTile.h>
 #include <velum/numerics/detail/SolverKernels.h>
 #include <velum/numerics/detail/SolverLanes.h>
+#include <velum/platform/detail/VectorUnit.h>
 
 #include <emmintrin.h>
 
@@ -26,7 +26,7 @@ struct TwoLanes {
 constinit const SolverKernelSet kSolverKernelsTwoWide = KernelsOf<TwoLanes>();
 
 const SolverKernelSet& SolverKernels() noexcept {
-  return HasFourWideTiles() ? kSolverKernelsFourWide : kSolverKernelsTwoWide;
+  return platform::HasFourWide() ? kSolverKernelsFourWide : kSolverKernelsTwoWide;
 }
 
 }  // namespace vlm::detail

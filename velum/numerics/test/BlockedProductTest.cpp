@@ -2,6 +2,7 @@
 
 #include <velum/numerics/test/MatrixOf.h>
 #include <velum/numerics/test/reference/PlainProducts.h>
+#include <velum/platform/detail/VectorUnit.h>
 
 #include <gtest/gtest.h>
 
@@ -31,7 +32,7 @@ TEST(BlockedProduct, HasTheSameBitsInRegistersOfAnyWidth) {
     const RMatrix expected = PlainProduct(a, false, b, true);
     RMatrix out(rows, cols);
     for (TileFunction* const tile : {ProductTileTwoWide, ProductTileFourWide}) {
-      if (tile == ProductTileFourWide && !HasFourWideTiles()) continue;
+      if (tile == ProductTileFourWide && !platform::HasFourWide()) continue;
       Fill(out, 7);
       BlockedProduct(rows, cols, depth, {a.Base(), depth, 1}, {b.Base(), 1, depth},
                      {out.Base(), cols}, tile);

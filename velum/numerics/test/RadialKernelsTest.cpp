@@ -1,7 +1,7 @@
 #include <velum/numerics/detail/RadialKernels.h>
 
-#include <velum/numerics/detail/ProductTile.h>
 #include <velum/numerics/test/MatrixOf.h>
+#include <velum/platform/detail/VectorUnit.h>
 
 #include <gtest/gtest.h>
 
@@ -113,7 +113,7 @@ TEST(RadialKernels, HaveTheSameBitsInRegistersOfAnyWidth) {
       const RadialSpline spline = {form, n, xs.data(), ys.data(), weights.data(), affine.data()};
       for (const RadialKernelSet* const kernels :
            {&kRadialKernelsTwoWide, &kRadialKernelsFourWide}) {
-        if (kernels == &kRadialKernelsFourWide && !HasFourWideTiles()) continue;
+        if (kernels == &kRadialKernelsFourWide && !platform::HasFourWide()) continue;
         std::vector<double> sumX = x;
         std::vector<double> sumY = y;
         kernels->sums(spline, sumX.data(), sumY.data(), 8);

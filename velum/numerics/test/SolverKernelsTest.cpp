@@ -1,8 +1,8 @@
 #include <velum/numerics/detail/SolverKernels.h>
 
 #include <velum/numerics/detail/JacobiSweeps.h>
-#include <velum/numerics/detail/ProductTile.h>
 #include <velum/numerics/test/MatrixOf.h>
+#include <velum/platform/detail/VectorUnit.h>
 
 #include <gtest/gtest.h>
 
@@ -35,7 +35,7 @@ std::vector<Rotation> Rotations(std::size_t count, std::size_t from, std::size_t
 // Whatever this processor would choose. The registers of two doubles are held against the plain
 // loops by the tests of the solvers, wherever those of four are not there.
 TEST(SolverKernels, HaveTheSameBitsInRegistersOfAnyWidth) {
-  if (!HasFourWideTiles()) GTEST_SKIP() << "no AVX2";
+  if (!platform::HasFourWide()) GTEST_SKIP() << "no AVX2";
   std::mt19937 random(41);
   SCOPED_TRACE("seed 41");
   for (int i = 0; i < 200; ++i) {
@@ -94,7 +94,7 @@ TEST(SolverKernels, HaveTheSameBitsInRegistersOfAnyWidth) {
 }
 
 TEST(SolverKernels, SweepsHaveTheSameBitsInRegistersOfAnyWidth) {
-  if (!HasFourWideTiles()) GTEST_SKIP() << "no AVX2";
+  if (!platform::HasFourWide()) GTEST_SKIP() << "no AVX2";
   std::mt19937 random(43);
   SCOPED_TRACE("seed 43");
   for (const unsigned n : {2u, 9u, 40u, 77u}) {
