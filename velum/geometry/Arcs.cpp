@@ -1,6 +1,7 @@
 #include <velum/geometry/Arcs.h>
 
 #include <velum/geometry/Constants.h>
+#include <velum/geometry/detail/Finite.h>
 
 #include <algorithm>
 #include <cmath>
@@ -54,16 +55,12 @@ double Direction(const Vec2d& p, const Vec2d& centre) noexcept {
 }
 
 template <class T>
-bool IsFinite(const BasicVec2<T>& p) noexcept {
-  return std::isfinite(p.x) && std::isfinite(p.y);
-}
-
-template <class T>
 bool Arc(const BasicBox2<T>& box, const BasicVec2<T>& start, const BasicVec2<T>& end,
          unsigned count, BasicVec2<T>* points, BasicBox2<T>* bounds) noexcept {
   const BasicVec2<T> centre = box.Center();
   if (count < 2 || start == centre || end == centre) return false;
-  if (!IsFinite(start) || !IsFinite(end) || !IsFinite(centre) || !IsFinite(box.MaxCorner())) {
+  if (!detail::IsFinite(start) || !detail::IsFinite(end) || !detail::IsFinite(centre) ||
+      !detail::IsFinite(box.MaxCorner())) {
     return false;
   }
   const Vec2d middle(centre);

@@ -1,31 +1,23 @@
 #include <velum/geometry/GLineClipPolygon.h>
 
-#include <velum/core/Exception.h>
 #include <velum/geometry/GLine.h>
 #include <velum/geometry/GPolygon.h>
 #include <velum/geometry/GPolyline.h>
 #include <velum/geometry/detail/LineClipContour.h>
+#include <velum/geometry/detail/MemoryError.h>
 
 #include <algorithm>
-#include <new>
+#include <cstddef>
 #include <utility>
 
 namespace vlm {
 
 namespace {
 
+constexpr char kSource[] = "GLineClipPolygon";
+
 // Squared lengths up to this are none: pieces are dropped, and points are joined.
 constexpr double kNoLength = 1e-10;
-
-// Runs a step and gives what memory it lacks as the library's error.
-template <class Step>
-void WithMemory(const Step& step) {
-  try {
-    step();
-  } catch (const std::bad_alloc&) {
-    ThrowErrorImpl("GLineClipPolygon", __LINE__, ERR_OUT_OF_MEMORY);
-  }
-}
 
 // Where pieces go. Types of this file's own, so that no compiler exports what they are given to.
 struct ToLines {
@@ -87,7 +79,7 @@ GLineClipPolygon::GLineClipPolygon(const GLineClipPolygon& other) { *this = othe
 GLineClipPolygon::~GLineClipPolygon() {}
 
 GLineClipPolygon& GLineClipPolygon::operator=(const GLineClipPolygon& other) {
-  WithMemory([&] {
+  detail::WithMemoryError(kSource, __LINE__, [&] {
     contour_ =
         other.contour_ ? std::make_unique<detail::LineClipContour>(*other.contour_) : nullptr;
   });
@@ -96,7 +88,7 @@ GLineClipPolygon& GLineClipPolygon::operator=(const GLineClipPolygon& other) {
 }
 
 void GLineClipPolygon::Construct(const GPolygon& polygon) {
-  WithMemory([&] {
+  detail::WithMemoryError(kSource, __LINE__, [&] {
     std::vector<Vec2d> path;
     std::vector<Vec2d> points;
     std::vector<unsigned> counts;
@@ -121,7 +113,8 @@ unsigned GLineClipPolygon::GetTotalVertexCount() const noexcept {
 void GLineClipPolygon::GetPolygon(std::vector<Vec2d>& out) const {
   if (!contour_) return;
   const std::vector<Vec2d>& path = contour_->GetPath();
-  WithMemory([&] { out.insert(out.end(), path.begin(), path.end()); });
+  detail::WithMemoryError(kSource, __LINE__,
+                          [&] { out.insert(out.end(), path.begin(), path.end()); });
 }
 
 bool GLineClipPolygon::IsRectangle(Box2d* box) const noexcept {
@@ -151,7 +144,7 @@ void GLineClipPolygon::ClipPath(const Vec2d* points, unsigned count, const Take&
   const auto takeLong = [&](const Vec2d& begin, const Vec2d& end) {
     if (begin.DistanceSquared(end) > kNoLength) take(begin, end);
   };
-  WithMemory([&] {
+  detail::WithMemoryError(kSource, __LINE__, [&] {
     detail::LineClipContour::Crossings crossings;
     std::vector<detail::LineClipContour::Piece> pieces;
     for (unsigned i = 1; i < count; ++i) {

@@ -3,15 +3,15 @@
 #include <velum/core/Exception.h>
 #include <velum/files/BufferedFile.h>
 #include <velum/geometry/GPolygon2d.h>
+#include <velum/geometry/PolygonRings.h>
 #include <velum/geometry/detail/EvenOdd.h>
 #include <velum/geometry/detail/GpcAlloc.h>
+#include <velum/geometry/detail/MemoryError.h>
 #include <velum/geometry/detail/RoundedPoint.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
-#include <new>
-#include <stdexcept>
 #include <utility>
 
 namespace vlm {
@@ -166,22 +166,10 @@ unsigned int PutSinglePath(const gpc_polygon& polygon, Point* points) {
   return total;
 }
 
-// Runs what grows vectors, with their failures as this class tells them.
-template <class Action>
-void WithVectors(Action action) {
-  try {
-    action();
-  } catch (const std::bad_alloc&) {
-    ThrowOutOfMemory(__LINE__);
-  } catch (const std::length_error&) {
-    ThrowOutOfMemory(__LINE__);
-  }
-}
-
 template <class Point>
 void FillVectors(const GPolygon& polygon, std::vector<Point>& points,
                  std::vector<unsigned int>& counts, bool close) {
-  WithVectors([&] {
+  detail::WithMemoryError(kSource, __LINE__, [&] {
     const unsigned int total = polygon.GetPolyPolygon(nullptr, nullptr, close);
     // Both get room before either changes.
     points.reserve(total);
@@ -194,7 +182,7 @@ void FillVectors(const GPolygon& polygon, std::vector<Point>& points,
 
 template <class Point>
 void FillVector(const GPolygon& polygon, std::vector<Point>& points) {
-  WithVectors([&] {
+  detail::WithMemoryError(kSource, __LINE__, [&] {
     points.resize(polygon.GetPolygon(nullptr));
     polygon.GetPolygon(points.data());
   });
@@ -318,7 +306,7 @@ bool GPolygon::Decompose(DecomposeCallback callback, void* userData) const {
   std::vector<Vec2d> points;
   for (std::int32_t i = 0; i < strips.num_strips; ++i) {
     const gpc_vertex_list& strip = strips.strip[i];
-    WithVectors([&] { points.resize(SizeOf(strip)); });
+    detail::WithMemoryError(kSource, __LINE__, [&] { points.resize(SizeOf(strip)); });
     std::transform(strip.vertex, strip.vertex + strip.num_vertices, points.begin(), ToVec);
     if (!callback(points.data(), static_cast<unsigned int>(points.size()), userData)) return false;
   }

@@ -2,12 +2,11 @@
 
 #include <velum/core/Exception.h>
 #include <velum/geometry/GPolygon.h>
+#include <velum/geometry/detail/MemoryError.h>
 #include <velum/geometry/detail/Orientation.h>
 #include <velum/geometry/detail/RingOverlay.h>
 
 #include <algorithm>
-#include <new>
-#include <stdexcept>
 #include <utility>
 
 namespace vlm {
@@ -87,18 +86,6 @@ Position Locate(const Vec2d& point, const RingPolygon2d& polygon) {
   return Position::kInside;
 }
 
-// Runs what fills arrays, with their failures as this class tells them.
-template <class Action>
-void WithVectors(Action action) {
-  try {
-    action();
-  } catch (const std::bad_alloc&) {
-    ThrowErrorImpl(kSource, __LINE__, ERR_OUT_OF_MEMORY);
-  } catch (const std::length_error&) {
-    ThrowErrorImpl(kSource, __LINE__, ERR_OUT_OF_MEMORY);
-  }
-}
-
 template <class Point>
 unsigned int PutRings(const MultiPolygon2d& polygons, Point* points, unsigned int* counts,
                       bool close) {
@@ -109,7 +96,7 @@ unsigned int PutRings(const MultiPolygon2d& polygons, Point* points, unsigned in
 template <class Point>
 void FillVectors(const MultiPolygon2d& polygons, std::vector<Point>& points,
                  std::vector<unsigned int>& counts, bool close) {
-  WithVectors([&] {
+  detail::WithMemoryError(kSource, __LINE__, [&] {
     const unsigned int total = GetLegacyMultiPolygonPoints(nullptr, polygons, close);
     const unsigned int rings = GetLegacyMultiPolygonCounts(nullptr, polygons, close);
     // Both get room before either changes.
@@ -124,7 +111,7 @@ void FillVectors(const MultiPolygon2d& polygons, std::vector<Point>& points,
 
 template <class Point>
 void FillVector(const MultiPolygon2d& polygons, std::vector<Point>& points) {
-  WithVectors([&] {
+  detail::WithMemoryError(kSource, __LINE__, [&] {
     points.resize(GetLegacyMultiPolygonAsSinglePolygon(nullptr, polygons));
     GetLegacyMultiPolygonAsSinglePolygon(points.data(), polygons);
   });

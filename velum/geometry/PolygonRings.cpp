@@ -1,12 +1,16 @@
 #include <velum/geometry/PolygonRings.h>
 
 #include <velum/core/Exception.h>
+#include <velum/geometry/Constants.h>
 #include <velum/geometry/PolygonMeasures.h>
+#include <velum/geometry/detail/Finite.h>
+#include <velum/geometry/detail/ForEachRing.h>
 #include <velum/geometry/detail/Orientation.h>
 #include <velum/geometry/detail/RoundedPoint.h>
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace vlm {
 
@@ -17,15 +21,13 @@ void RequireArray(const void* array, unsigned int count) {
 }
 
 bool IsClosingPoint(const Vec2d& first, const Vec2d& last) {
-  constexpr double kEpsilon = 2.220446049250313e-16;
   // Equal infinities close a ring as well; their difference is no number.
-  return last == first || (std::abs(first.x - last.x) <= std::abs(first.x) * kEpsilon &&
-                           std::abs(first.y - last.y) <= std::abs(first.y) * kEpsilon);
+  return last == first || (std::abs(first.x - last.x) <= std::abs(first.x) * EPSILON &&
+                           std::abs(first.y - last.y) <= std::abs(first.y) * EPSILON);
 }
 
 bool IsFinite(const Ring2d& ring) {
-  return std::all_of(ring.begin(), ring.end(),
-                     [](const Vec2d& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
+  return std::all_of(ring.begin(), ring.end(), detail::IsFinite<double>);
 }
 
 template <class Point>
@@ -57,14 +59,6 @@ MultiPolygon2d MakeMultiPolygon(const Point* points, const unsigned int* counts,
   return polygons;
 }
 
-template <class Action>
-void ForEachRing(const MultiPolygon2d& polygons, Action action) {
-  for (const RingPolygon2d& polygon : polygons) {
-    action(polygon.outer());
-    for (const Ring2d& ring : polygon.inners()) action(ring);
-  }
-}
-
 template <class Point>
 unsigned int PutRing(Point* out, const Ring2d& ring, bool close) {
   const std::size_t count = ring.size() - (close || ring.empty() ? 0 : 1);
@@ -77,8 +71,9 @@ unsigned int PutRing(Point* out, const Ring2d& ring, bool close) {
 template <class Point>
 unsigned int PutRings(Point* out, const MultiPolygon2d& polygons, bool close) {
   unsigned int total = 0;
-  ForEachRing(polygons,
-              [&](const Ring2d& ring) { total += PutRing(out ? out + total : out, ring, close); });
+  detail::ForEachRing(polygons, [&](const Ring2d& ring) {
+    total += PutRing(out ? out + total : out, ring, close);
+  });
   return total;
 }
 
@@ -86,7 +81,7 @@ template <class Point>
 unsigned int PutSinglePath(Point* out, const MultiPolygon2d& polygons) {
   unsigned int total = 0;
   std::vector<Vec2d> starts;
-  ForEachRing(polygons, [&](const Ring2d& ring) {
+  detail::ForEachRing(polygons, [&](const Ring2d& ring) {
     if (ring.empty()) return;
     total += PutRing(out ? out + total : out, ring, true);
     starts.push_back(ring.front());
@@ -157,7 +152,7 @@ unsigned int GetLegacyMultiPolygonPoints(std::nullptr_t, const MultiPolygon2d& m
 unsigned int GetLegacyMultiPolygonCounts(unsigned int* out, const MultiPolygon2d& multiPolygon,
                                          bool close) {
   unsigned int rings = 0;
-  ForEachRing(multiPolygon, [&](const Ring2d& ring) {
+  detail::ForEachRing(multiPolygon, [&](const Ring2d& ring) {
     if (out) out[rings] = PutRing<Vec2d>(nullptr, ring, close);
     ++rings;
   });

@@ -2,7 +2,9 @@
 
 #include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
+#include <velum/geometry/detail/ForEachRing.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <new>
 #include <utility>
@@ -16,10 +18,7 @@ namespace {
 class Contours {
  public:
   explicit Contours(const MultiPolygon2d& polygons) {
-    for (const RingPolygon2d& polygon : polygons) {
-      Add(polygon.outer());
-      for (const Ring2d& ring : polygon.inners()) Add(ring);
-    }
+    ForEachRing(polygons, [this](const Ring2d& ring) { Add(ring); });
     gpc_vertex* vertex = vertices_.data();
     for (gpc_vertex_list& list : lists_) {
       list.vertex = vertex;

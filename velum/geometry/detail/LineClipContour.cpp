@@ -1,5 +1,7 @@
 #include <velum/geometry/detail/LineClipContour.h>
 
+#include <velum/geometry/detail/Finite.h>
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -32,7 +34,7 @@ std::vector<Vec2d> Corners(const Vec2d* points, unsigned count) {
   std::vector<Vec2d> ring;
   ring.reserve(count);
   for (const Vec2d* p = points; p != points + count; ++p) {
-    if (!std::isfinite(p->x) || !std::isfinite(p->y)) continue;
+    if (!IsFinite(*p)) continue;
     while (ring.size() >= 2 && IsOnLine(ring[ring.size() - 2], ring.back(), *p)) ring.pop_back();
     if (ring.empty() || !(ring.back() == *p)) ring.push_back(*p);
   }
@@ -142,7 +144,7 @@ class LineClipContour::Line {
   [[nodiscard]] Vec2d Within(const Vec2d& p, const Vec2d& low, const Vec2d& high) const noexcept {
     const Vec2d& first = Key(low) < beginKey_ ? begin_ : low;
     const Vec2d& last = Key(high) > endKey_ ? end_ : high;
-    if (!std::isfinite(p.x) || !std::isfinite(p.y) || Key(p) < Key(first)) return first;
+    if (!IsFinite(p) || Key(p) < Key(first)) return first;
     return Key(p) > Key(last) ? last : p;
   }
 
@@ -300,10 +302,7 @@ void LineClipContour::FindCrossingsPlainly(const Vec2d& begin, const Vec2d& end,
 void LineClipContour::Clip(Vec2d begin, Vec2d end, Crossings& found,
                            std::vector<Piece>& pieces) const {
   pieces.clear();
-  if (!std::isfinite(begin.x) || !std::isfinite(begin.y) || !std::isfinite(end.x) ||
-      !std::isfinite(end.y)) {
-    return;
-  }
+  if (!IsFinite(begin) || !IsFinite(end)) return;
   if (end < begin) std::swap(begin, end);
   FindCrossings(begin, end, found);
   std::sort(found.list.begin(), found.list.end());

@@ -1,5 +1,7 @@
+#include <velum/geometry/Gpc.h>
 #include <velum/geometry/PolygonMeasures.h>
 #include <velum/geometry/detail/ClippedRings.h>
+#include <velum/geometry/detail/ForEachRing.h>
 #include <velum/geometry/detail/RingOverlay.h>
 #include <velum/geometry/detail/RingRepair.h>
 
@@ -15,6 +17,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -25,14 +28,6 @@ namespace vlm::detail {
 namespace {
 
 using Invalid = boost::geometry::overlay_invalid_input_exception;
-
-template <class Polygons, class Action>
-void ForEachRing(Polygons& polygons, Action action) {
-  for (auto& polygon : polygons) {
-    action(polygon.outer());
-    for (auto& ring : polygon.inners()) action(ring);
-  }
-}
 
 // The power of two that brings polygons to a usual size: the clipper's epsilon is absolute, and so
 // is the least step of Boost's grid.

@@ -1,18 +1,19 @@
 #include <velum/geometry/detail/RingSweep.h>
 
+#include <velum/geometry/detail/Finite.h>
 #include <velum/geometry/detail/Orientation.h>
 #include <velum/geometry/detail/RingOverlay.h>
 
 #include <algorithm>
-#include <cmath>
+#include <cstddef>
 #include <iterator>
+#include <new>
 #include <numeric>
+#include <utility>
 
 namespace vlm::detail {
 
 namespace {
-
-bool IsFinite(const Vec2d& p) noexcept { return std::isfinite(p.x) && std::isfinite(p.y); }
 
 // Tells whether a strand is below a point, for searches.
 template <class SideOf>
@@ -44,7 +45,7 @@ RingSweep::RingSweep(const MultiPolygon2d& polygons) {
 
 // Until `SortPoints`, a vertex is a point of its own, and so is a passage.
 void RingSweep::AddRing(const Ring2d& ring, bool isOuter) {
-  if (!std::all_of(ring.begin(), ring.end(), IsFinite)) ThrowInvalidInput();
+  if (!std::all_of(ring.begin(), ring.end(), IsFinite<double>)) ThrowInvalidInput();
   if (ring.empty()) return;
   const std::size_t first = points_.size();
   std::unique_copy(ring.begin(), ring.end(), std::back_inserter(points_));
