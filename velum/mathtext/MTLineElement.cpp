@@ -1,5 +1,6 @@
 #include <velum/mathtext/MTLineElement.h>
 
+#include <velum/geometry/detail/Finite.h>
 #include <velum/mathtext/MTAssocStringElement.h>
 #include <velum/mathtext/MTLayout.h>
 #include <velum/mathtext/MTMultiLineElement.h>

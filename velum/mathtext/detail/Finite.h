@@ -6,6 +6,7 @@
 ///     detail::RequireFinite(height * percent / 100.0);
 
 #include <velum/geometry/Vec2.h>
+#include <velum/geometry/detail/Finite.h>
 
 #include <cmath>
 
@@ -13,11 +14,6 @@ namespace vlm::detail {
 
 /// Raises `ERR_CUSTOM` "MathText number out of range".
 [[noreturn]] void ThrowNumberOutOfRange();
-
-/// Tells whether both components are finite.
-inline bool IsFinite(const Vec2d& vector) {
-  return std::isfinite(vector.x) && std::isfinite(vector.y);
-}
 
 /// Raises "MathText number out of range" for what is infinite or NaN.
 inline void RequireFinite(double value) {
