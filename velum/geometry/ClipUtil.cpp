@@ -2,6 +2,7 @@
 
 #include <velum/core/Exception.h>
 #include <velum/geometry/GDashLineGenerator.h>
+#include <velum/geometry/GLine.h>
 #include <velum/geometry/GLineClipPolygon.h>
 #include <velum/geometry/GPolygon.h>
 #include <velum/geometry/LineClip.h>

@@ -1,5 +1,7 @@
 #include <velum/geometry/Ellipses.h>
 
+#include <velum/geometry/Constants.h>
+
 #include <cmath>
 #include <cstddef>
 
@@ -12,7 +14,7 @@ void ComputeEllipse(const Box2d& box, int n, Vec2d* points) noexcept {
   const double a = (box.xMax() - box.xMin()) * 0.5;
   const double b = (box.yMax() - box.yMin()) * 0.5;
   // Each direction is the one before, turned by the step.
-  const double step = 1.5707963267948966 / n;
+  const double step = HALF_PI / n;
   const double cosine = std::cos(step);
   const double sine = std::sin(step);
   double c = 1;

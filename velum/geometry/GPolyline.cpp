@@ -4,6 +4,8 @@
 #include <velum/geometry/Thinning.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 
 namespace vlm {

@@ -1,7 +1,12 @@
 #include <velum/geometry/Gpc.h>
 
+#include <velum/geometry/detail/clip/ClipArray.h>
 #include <velum/geometry/detail/clip/ClipErrors.h>
+#include <velum/geometry/detail/clip/ClipRules.h>
+#include <velum/geometry/detail/clip/ClipTables.h>
 #include <velum/geometry/detail/clip/ContourBoxes.h>
+#include <velum/geometry/detail/clip/ContourOutput.h>
+#include <velum/geometry/detail/clip/StripOutput.h>
 #include <velum/geometry/detail/clip/Sweep.h>
 
 namespace {

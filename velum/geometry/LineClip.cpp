@@ -2,6 +2,8 @@
 
 #include <velum/geometry/PodVector.h>
 
+#include <cstddef>
+
 namespace vlm {
 
 namespace {

@@ -1,11 +1,13 @@
 #include <velum/geometry/Mat4Base.h>
 
+#include <velum/geometry/Mat3d.h>
 #include <velum/geometry/Mat4d.h>
 #include <velum/geometry/Mat4f.h>
 #include <velum/geometry/Quat4.h>
 #include <velum/geometry/detail/PolarDecomposition.h>
 
 #include <cmath>
+#include <cstddef>
 
 namespace vlm {
 

@@ -1,5 +1,6 @@
 #include <velum/geometry/Mat4d.h>
 
+#include <velum/geometry/Constants.h>
 #include <velum/geometry/Mat4f.h>
 #include <velum/geometry/detail/Inverse4.h>
 #include <velum/geometry/detail/Pair.inl.h>
@@ -14,8 +15,6 @@ using detail::Both;
 using detail::LoadPair;
 using detail::Pair;
 using detail::StorePair;
-
-constexpr double kEpsilon = 2.220446049250313e-16;
 
 // Half a row of a product: the row `a` by two columns of the right matrix, of which `b` holds the
 // four rows. `kHasThird` says whether the third product may be other than 0.
@@ -159,7 +158,7 @@ bool Mat4d::Invert2D(Mat4d& out) const noexcept {
   const double a = m_[0] * m_[5];
   const double b = m_[1] * m_[4];
   const double determinant = a - b;
-  if (!((std::abs(a) + std::abs(b)) * kEpsilon < std::abs(determinant))) {
+  if (!((std::abs(a) + std::abs(b)) * EPSILON < std::abs(determinant))) {
     return false;
   }
   const double reciprocal = 1 / determinant;

@@ -4,6 +4,7 @@
 #include <velum/geometry/Box3.h>
 #include <velum/geometry/Mat4d.h>
 #include <velum/geometry/detail/Inverse4.h>
+#include <velum/geometry/detail/Pair.inl.h>
 #include <velum/geometry/detail/SaturateTo.h>
 
 #include <cstddef>

@@ -1,5 +1,7 @@
 #include <velum/geometry/PolyClip.h>
 
+#include <cstddef>
+
 namespace vlm {
 
 namespace {

@@ -1,6 +1,5 @@
 #include <velum/geometry/Rounding.h>
 
-#include <velum/geometry/Constants.h>
 #include <velum/geometry/detail/WrapTo.inl.h>
 
 #include <bit>

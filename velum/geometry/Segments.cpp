@@ -1,5 +1,7 @@
 #include <velum/geometry/Segments.h>
 
+#include <velum/geometry/Constants.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -87,7 +89,7 @@ unsigned FindClosestSegment(const tagPOINT* points, unsigned count, const tagPOI
 }
 
 bool GAreCollinear(const Vec2d& a, const Vec2d& b, const Vec2d& c) noexcept {
-  return AreCollinear(a, b, c, 2.220446049250313e-16);
+  return AreCollinear(a, b, c, EPSILON);
 }
 
 bool GAreCollinear(const Vec2f& a, const Vec2f& b, const Vec2f& c) noexcept {

@@ -4,6 +4,7 @@
 #include <velum/geometry/Constants.h>
 
 #include <cmath>
+#include <cstddef>
 #include <exception>
 
 namespace vlm {

@@ -1,6 +1,7 @@
 #include <velum/geometry/detail/GpcAlloc.h>
 
 #include <velum/core/Exception.h>
+#include <velum/core/GString.h>
 
 #include <cstdlib>
 

@@ -7,6 +7,7 @@
 #include <velum/geometry/Box2.h>
 #include <velum/geometry/Vec2.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 

@@ -1,5 +1,6 @@
 #include <velum/geometry/detail/PolarDecomposition.h>
 
+#include <velum/geometry/Constants.h>
 #include <velum/geometry/Mat4d.h>
 
 #include <algorithm>
@@ -8,8 +9,6 @@
 
 namespace vlm::detail {
 namespace {
-
-constexpr double kEpsilon = 2.220446049250313e-16;
 
 double LargestElement(const Mat3d& m) noexcept {
   double largest = 0;
@@ -82,10 +81,10 @@ Mat3d OrthogonalFactor(Mat3d q) noexcept {
     const double determinant = q.GetRow(0).Dot(cofactors.GetRow(0));
     const double one = OneNorm(q);
     const double cofactorsOne = OneNorm(cofactors);
-    if (std::abs(determinant) <= 8 * kEpsilon * one * one * one) {
+    if (std::abs(determinant) <= 8 * EPSILON * one * one * one) {
       // Zero but for rounding. The cofactors have the singular vectors of M, with something in the
       // direction that M drops: adding them leaves the factor and makes the matrix regular.
-      if (cofactorsOne <= 8 * kEpsilon * one * one) {
+      if (cofactorsOne <= 8 * EPSILON * one * one) {
         return RotationOfRankOne(q);
       }
       q = Blend(1, q, 1 / std::sqrt(cofactorsOne), cofactors);
@@ -190,7 +189,7 @@ Stretch Decompose(const Mat3d& linear) noexcept {
   q = Blend(sign, q, 0, Mat3d::ZERO);
 
   // Equal factors have no axes of their own: what rounding leaves beside them must not choose any.
-  const double rounding = 8 * kEpsilon * LargestElement(stretch);
+  const double rounding = 8 * EPSILON * LargestElement(stretch);
   for (std::size_t r = 0; r < 3; ++r) {
     const std::size_t c = (r + 1) % 3;
     if (std::abs(stretch[r][c]) <= rounding) {

@@ -3,6 +3,7 @@
 #include <velum/geometry/detail/Orientation.h>
 #include <velum/geometry/detail/RingSweep.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>

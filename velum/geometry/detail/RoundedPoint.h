@@ -4,6 +4,7 @@
 /// Points in integers, as the polygon classes give them.
 
 #include <velum/geometry/Vec2.h>
+#include <velum/geometry/detail/Pair.inl.h>
 #include <velum/geometry/detail/SaturateTo.h>
 #include <velum/platform/Types.h>
 

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <utility>
 
 namespace vlm::detail {
 namespace {

@@ -3,7 +3,11 @@
 /// \file
 /// The edges that cross the present beam, from left to right.
 
-#include <velum/geometry/detail/clip/ClipTables.h>
+#include <velum/geometry/detail/clip/ClipArray.h>
+#include <velum/geometry/detail/clip/ClipRules.h>
+
+#include <cstddef>
+#include <cstdint>
 
 namespace vlm::detail {
 

@@ -5,7 +5,10 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace vlm::detail {
 namespace {

@@ -8,6 +8,8 @@
 #include <velum/geometry/detail/clip/ClipArray.h>
 #include <velum/geometry/detail/clip/ClipRules.h>
 
+#include <cstddef>
+
 namespace vlm::detail {
 
 /// The vertex that follows one of a contour's vertices from `begin` up to `end`, on either way

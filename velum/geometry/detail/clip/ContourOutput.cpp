@@ -1,7 +1,10 @@
 #include <velum/geometry/detail/clip/ContourOutput.h>
 
+#include <velum/geometry/detail/GpcAlloc.h>
 #include <velum/geometry/detail/clip/ClipErrors.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 
 namespace vlm::detail {

@@ -1,10 +1,12 @@
 #include <velum/geometry/detail/clip/CrossingTable.h>
 
+#include <velum/geometry/Gpc.h>
 #include <velum/geometry/detail/clip/ClipErrors.h>
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <utility>
 
 namespace vlm::detail {
 

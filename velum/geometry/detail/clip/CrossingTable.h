@@ -5,6 +5,10 @@
 /// beam.
 
 #include <velum/geometry/detail/clip/ActiveEdges.h>
+#include <velum/geometry/detail/clip/ClipArray.h>
+#include <velum/geometry/detail/clip/ClipTables.h>
+
+#include <cstddef>
 
 namespace vlm::detail {
 

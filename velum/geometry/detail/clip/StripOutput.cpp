@@ -1,6 +1,11 @@
 #include <velum/geometry/detail/clip/StripOutput.h>
 
+#include <velum/geometry/detail/GpcAlloc.h>
 #include <velum/geometry/detail/clip/ClipErrors.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
 
 namespace vlm::detail {
 namespace {

@@ -3,7 +3,12 @@
 /// \file
 /// The triangle strips of a result while the sweep makes them.
 
+#include <velum/geometry/Gpc.h>
 #include <velum/geometry/detail/clip/ActiveEdges.h>
+#include <velum/geometry/detail/clip/ClipArray.h>
+#include <velum/geometry/detail/clip/ClipRules.h>
+
+#include <cstddef>
 
 namespace vlm::detail {
 

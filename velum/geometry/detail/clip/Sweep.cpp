@@ -1,7 +1,10 @@
 #include <velum/geometry/detail/clip/Sweep.h>
 
+#include <velum/geometry/Gpc.h>
+
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 namespace vlm::detail {
 namespace {

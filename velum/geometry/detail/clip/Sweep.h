@@ -8,9 +8,15 @@
 /// for an edge that crosses a scan line on which nothing happens to it: its x follows from its
 /// ends, and its place, parity and output stay what they were.
 
+#include <velum/geometry/detail/clip/ActiveEdges.h>
+#include <velum/geometry/detail/clip/ClipArray.h>
+#include <velum/geometry/detail/clip/ClipRules.h>
+#include <velum/geometry/detail/clip/ClipTables.h>
 #include <velum/geometry/detail/clip/ContourOutput.h>
 #include <velum/geometry/detail/clip/CrossingTable.h>
 #include <velum/geometry/detail/clip/StripOutput.h>
+
+#include <cstddef>
 
 namespace vlm::detail {
 

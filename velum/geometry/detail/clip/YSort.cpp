@@ -1,6 +1,9 @@
 #include <velum/geometry/detail/clip/YSort.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
 
 namespace vlm::detail {
 namespace {

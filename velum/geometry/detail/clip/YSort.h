@@ -6,6 +6,7 @@
 #include <velum/geometry/detail/clip/ClipArray.h>
 
 #include <bit>
+#include <cstdint>
 
 namespace vlm::detail {
 
