@@ -3,10 +3,10 @@
 #include <velum/colour/Color4b.h>
 #include <velum/core/StringFormat.h>
 #include <examples/common/CairoTextDevice.h>
+#include <examples/common/PageText.h>
 #include <examples/common/Picture.h>
 #include <examples/common/Program.h>
 #include <examples/convert/ByteCells.h>
-#include <examples/describe/Panel.h>
 
 #include <cairo.h>
 
@@ -18,11 +18,11 @@
 namespace vlm::convert {
 namespace {
 
-using describe::Align;
-using describe::DrawText;
-using describe::kInk;
-using describe::kPale;
-using describe::PageText;
+using examples::Align;
+using examples::DrawText;
+using examples::kInk;
+using examples::kPale;
+using examples::PageText;
 
 constexpr std::size_t kColumns = 16;
 constexpr std::size_t kMostRows = 12;
@@ -78,7 +78,7 @@ class Sheet {
             ? ToString("the first %d of %d bytes", static_cast<int>(cells_.size()),
                        static_cast<int>(survey_.bytes))
             : ToString("all of its %d bytes", static_cast<int>(survey_.bytes));
-    DrawText(context, Vec2d(kMargin, 24.0), {"{\\b " + describe::Verbatim(name_) + "}", 13.0});
+    DrawText(context, Vec2d(kMargin, 24.0), {"{\\b " + examples::Verbatim(name_) + "}", 13.0});
     DrawText(
         context, Vec2d(kMargin, 40.0),
         {shown + ", read as {\\b " + evidence_.encoding.Name() + "}", 9.5, Align::Left, kPale});
@@ -133,7 +133,7 @@ class Sheet {
     const double width = static_cast<double>(inRow) * kCell;
     const bool isName = cell.text.size() > 1 && static_cast<unsigned char>(cell.text[0]) < 0x80;
     DrawText(context, at + Vec2d(width / 2.0, 15.0),
-             {describe::Verbatim(cell.text), isName ? 7.0 : 12.5, Align::Center,
+             {examples::Verbatim(cell.text), isName ? 7.0 : 12.5, Align::Center,
               cell.byteClass == ByteClass::Malformed ? kBroken : kInk});
     FrameBytes(context, at, width, false, inRow < length);
     if (inRow == length) return;

@@ -3,8 +3,8 @@
 #include <velum/colour/Color4b.h>
 #include <velum/core/StringFormat.h>
 #include <examples/common/CairoTextDevice.h>
+#include <examples/common/PageText.h>
 #include <examples/common/Picture.h>
-#include <examples/describe/Panel.h>
 
 #include <cairo.h>
 
@@ -17,11 +17,11 @@
 namespace vlm::crashlab {
 namespace {
 
-using describe::Align;
-using describe::DrawText;
-using describe::kInk;
-using describe::kPale;
-using describe::Verbatim;
+using examples::Align;
+using examples::DrawText;
+using examples::kInk;
+using examples::kPale;
+using examples::Verbatim;
 
 // The page, from the left: numbers, functions, places, modules.
 constexpr double kWidth = 620.0;

@@ -8,7 +8,7 @@
 namespace vlm::dates {
 namespace {
 
-using describe::Axis;
+using examples::Axis;
 
 constexpr double kPadding = 0.03;
 constexpr double kMinute = 1.0 / 1440.0;

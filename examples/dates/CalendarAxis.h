@@ -6,12 +6,12 @@
 ///     const auto axis = vlm::dates::MakeCalendarAxis(39814.0, 40178.0, 8);
 ///     axis.labels;  // "Jan-09", "Mar-09", ...
 
-#include <examples/describe/Axis.h>
+#include <examples/common/Axis.h>
 
 namespace vlm::dates {
 
 /// Makes an axis between two stored numbers, in their numeric form, with at most `count` ticks: at
 /// years, months, days, hours or minutes. A range of less than a minute is widened.
-[[nodiscard]] describe::Axis MakeCalendarAxis(double first, double last, int count);
+[[nodiscard]] examples::Axis MakeCalendarAxis(double first, double last, int count);
 
 }  // namespace vlm::dates

@@ -1,8 +1,8 @@
 #include <examples/dates/ColumnSurvey.h>
 
+#include <examples/common/Shown.h>
 #include <examples/describe/CsvReader.h>
 #include <examples/describe/Selection.h>
-#include <examples/describe/Values.h>
 
 #include <algorithm>
 #include <numeric>
@@ -36,7 +36,7 @@ class Surveyor {
     // A text goes on behind a NUL, and a date does not.
     const bool isWhole = text.find('\0') == std::string::npos;
     if (!isWhole || !KQParseDateTimeStr(text.c_str(), &date, &dateFmt, &timeFmt, options_)) {
-      survey_.unread.push_back({row, line, describe::Shown(text, kLongestText)});
+      survey_.unread.push_back({row, line, examples::Shown(text, kLongestText)});
       return;
     }
     const std::size_t form = FindForm(dateFmt, timeFmt, text, line);
@@ -70,7 +70,7 @@ class Surveyor {
       return known.shape == shape && known.dateFmt == dateFmt && known.timeFmt == timeFmt;
     });
     if (form == forms.end()) {
-      forms.push_back({shape, dateFmt, timeFmt, 0, describe::Shown(text, kLongestText), line});
+      forms.push_back({shape, dateFmt, timeFmt, 0, examples::Shown(text, kLongestText), line});
       form = forms.end() - 1;
     }
     ++form->count;

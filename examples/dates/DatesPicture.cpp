@@ -2,10 +2,12 @@
 
 #include <velum/core/StringFormat.h>
 #include <velum/dates/DateTime.h>
+#include <examples/common/Axis.h>
 #include <examples/common/CairoTextDevice.h>
+#include <examples/common/PageText.h>
+#include <examples/common/Panel.h>
 #include <examples/common/Picture.h>
 #include <examples/dates/CalendarAxis.h>
-#include <examples/describe/Panel.h>
 
 #include <cairo.h>
 
@@ -16,12 +18,12 @@
 namespace vlm::dates {
 namespace {
 
-using describe::Align;
-using describe::Axis;
-using describe::DrawText;
-using describe::kPale;
-using describe::Panel;
-using describe::PanelDot;
+using examples::Align;
+using examples::Axis;
+using examples::DrawText;
+using examples::kPale;
+using examples::Panel;
+using examples::PanelDot;
 
 constexpr double kWidth = 700.0;
 constexpr double kHeight = 430.0;
@@ -71,9 +73,9 @@ class SurveyPicture {
 
   void Draw(cairo_t* context) const {
     const std::string form = survey_.forms.size() == 1 ? " shape" : " shapes";
-    DrawText(context, Vec2d(kLeft, 24.0), {"{\\b " + describe::Verbatim(title_) + "}", 13.0});
+    DrawText(context, Vec2d(kLeft, 24.0), {"{\\b " + examples::Verbatim(title_) + "}", 13.0});
     DrawText(context, Vec2d(kLeft, 41.0),
-             {"The dates of column {\\b " + describe::Verbatim(survey_.column) + "}, typed in " +
+             {"The dates of column {\\b " + examples::Verbatim(survey_.column) + "}, typed in " +
                   std::to_string(survey_.forms.size()) + form,
               9.5, Align::Left, kPale});
     DrawStrip(context);
@@ -84,7 +86,7 @@ class SurveyPicture {
  private:
   static Axis RowAxis(std::size_t count) {
     const double last = static_cast<double>(count);
-    Axis axis = describe::MakeAxis(1.0, std::max(last, 2.0), 8);
+    Axis axis = examples::MakeAxis(1.0, std::max(last, 2.0), 8);
     // Rows count downwards.
     const double room = std::max(0.02 * last, 0.5);
     axis.low = last + room;
@@ -173,10 +175,10 @@ class SurveyPicture {
     examples::SetSourceColor(context, color);
     cairo_fill(context);
     DrawText(context, Vec2d(left + 9.0, y),
-             {"{\\b " + describe::Verbatim(name) + "}  " + std::to_string(count), 9.0, Align::Left,
-              describe::kInk, room});
+             {"{\\b " + examples::Verbatim(name) + "}  " + std::to_string(count), 9.0, Align::Left,
+              examples::kInk, room});
     DrawText(context, Vec2d(left + 9.0, y + 11.5),
-             {describe::Verbatim(example), 8.0, Align::Left, kPale, room});
+             {examples::Verbatim(example), 8.0, Align::Left, kPale, room});
     y += kLegendLine;
   }
 

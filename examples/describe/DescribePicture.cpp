@@ -4,11 +4,12 @@
 #include <velum/dates/NumberFormatSpec.h>
 #include <velum/numerics/MultivariateStatistics.h>
 #include <velum/numerics/UnivariateStatistics.h>
+#include <examples/common/Axis.h>
+#include <examples/common/PageText.h>
+#include <examples/common/Panel.h>
 #include <examples/common/Picture.h>
 #include <examples/describe/Histogram.h>
-#include <examples/describe/Panel.h>
 #include <examples/describe/PointMap.h>
-#include <examples/describe/Values.h>
 
 #include <cairo.h>
 
@@ -18,6 +19,16 @@
 
 namespace vlm::describe {
 namespace {
+
+using examples::Align;
+using examples::Axis;
+using examples::DrawText;
+using examples::kPale;
+using examples::MakePaddedAxis;
+using examples::NumberLabel;
+using examples::Panel;
+using examples::PanelDot;
+using examples::Verbatim;
 
 constexpr double kMargin = 16.0;
 constexpr double kLeft = 58.0;        // of a panel, for ticks and title

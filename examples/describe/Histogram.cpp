@@ -1,6 +1,8 @@
 #include <examples/describe/Histogram.h>
 
 #include <velum/numerics/NormalDistribution.h>
+#include <examples/common/PageText.h>
+#include <examples/common/Panel.h>
 
 #include <cairo.h>
 
@@ -9,6 +11,10 @@
 
 namespace vlm::describe {
 namespace {
+
+using examples::Axis;
+using examples::kInk;
+using examples::Panel;
 
 const Color4b kBar(158, 192, 222, 255);
 const Color4b kBarEdge(96, 142, 184, 255);
@@ -67,7 +73,7 @@ void DrawHistogram(cairo_t* context, const Box2d& window, const Sample& sample,
     top = *std::max_element(bins.begin(), bins.end());
     for (const Vec2d& point : curve) top = std::max(top, point.y);
   }
-  Axis counts = MakeAxis(0.0, top / (1.0 - headroom), 5);
+  Axis counts = examples::MakeAxis(0.0, top / (1.0 - headroom), 5);
   while (!counts.ticks.empty() && counts.ticks.back() > top * 1.02) {
     counts.ticks.pop_back();  // none beside the box plot
   }

@@ -5,12 +5,14 @@
 ///
 ///     vlm::describe::DrawHistogram(context, window, sample, {0.2, "Count", "Depth (m)"});
 
+#include <velum/geometry/Box2.h>
 #include <velum/numerics/UnivariateStatistics.h>
-#include <examples/describe/Axis.h>
-#include <examples/describe/Panel.h>
+#include <examples/common/Axis.h>
 
 #include <string>
 #include <vector>
+
+struct _cairo;
 
 namespace vlm::describe {
 
@@ -19,7 +21,7 @@ struct Sample {
   std::string label;            ///< a math text
   std::vector<double> numbers;  ///< in any order
   CUnivariateStatistics stats;
-  Axis axis;  ///< of the numbers
+  examples::Axis axis;  ///< of the numbers
 };
 
 /// What stands about a histogram. A plain value.

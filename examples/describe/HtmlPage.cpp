@@ -5,9 +5,9 @@
 #include <velum/numerics/MultivariateStatistics.h>
 #include <velum/numerics/UnivariateStatistics.h>
 #include <examples/common/HtmlParts.h>
+#include <examples/common/Shown.h>
 #include <examples/describe/DescribePicture.h>
 #include <examples/describe/Report.h>
-#include <examples/describe/Values.h>
 
 #include <sstream>
 #include <vector>
@@ -17,6 +17,7 @@ namespace {
 
 using examples::HtmlEscape;
 using examples::HtmlRow;
+using examples::Shown;
 using Figures = std::vector<std::pair<std::string, std::string>>;
 
 // Wider tables are cut into several.

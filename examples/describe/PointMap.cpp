@@ -1,8 +1,9 @@
 #include <examples/describe/PointMap.h>
 
+#include <examples/common/Axis.h>
 #include <examples/common/CairoTextDevice.h>
-#include <examples/describe/Axis.h>
-#include <examples/describe/Panel.h>
+#include <examples/common/PageText.h>
+#include <examples/common/Panel.h>
 
 #include <cairo.h>
 
@@ -12,6 +13,16 @@
 
 namespace vlm::describe {
 namespace {
+
+using examples::Align;
+using examples::Axis;
+using examples::DrawText;
+using examples::kInk;
+using examples::kPale;
+using examples::MakeAxis;
+using examples::MakePaddedAxis;
+using examples::Panel;
+using examples::PanelDot;
 
 constexpr double kScaleRoom = 62.0;  // for the scale of z, right of the map
 constexpr double kScaleWidth = 11.0;

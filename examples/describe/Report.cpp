@@ -6,7 +6,7 @@
 #include <velum/numerics/PlanarRegression.h>
 #include <velum/numerics/SpatialStatistics.h>
 #include <velum/numerics/UnivariateStatistics.h>
-#include <examples/describe/Values.h>
+#include <examples/common/Shown.h>
 
 #include <algorithm>
 #include <iomanip>
@@ -15,6 +15,8 @@
 
 namespace vlm::describe {
 namespace {
+
+using examples::Shown;
 
 constexpr int kDigits = 8;
 constexpr std::size_t kLongestName = 24;

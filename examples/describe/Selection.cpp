@@ -1,5 +1,6 @@
 #include <examples/describe/Selection.h>
 
+#include <examples/common/Shown.h>
 #include <examples/describe/Values.h>
 
 #include <algorithm>
@@ -9,6 +10,8 @@
 
 namespace vlm::describe {
 namespace {
+
+using examples::Shown;
 
 using Names = std::vector<std::string>;
 

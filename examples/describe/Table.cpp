@@ -1,5 +1,6 @@
 #include <examples/describe/Table.h>
 
+#include <examples/common/Shown.h>
 #include <examples/describe/CsvReader.h>
 #include <examples/describe/Selection.h>
 #include <examples/describe/Values.h>
@@ -11,6 +12,8 @@
 
 namespace vlm::describe {
 namespace {
+
+using examples::Shown;
 
 constexpr std::size_t kMostColumns = 100'000;
 constexpr std::size_t kRowsOfTrial = 1000;

@@ -1,7 +1,5 @@
 #include <examples/describe/Values.h>
 
-#include <velum/core/GString.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -20,9 +18,6 @@ bool IsMissing(std::string_view text) {
     return std::equal(text.begin(), text.end(), word.begin(), word.end(), isSame);
   });
 }
-
-// The bytes that follow the first one of a character.
-bool Continues(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
 }  // namespace
 
@@ -47,30 +42,6 @@ ValueKind ReadValue(std::string_view text, double& number) {
     number = std::strtod(std::string(text).c_str(), nullptr);
   }
   return std::isfinite(number) ? ValueKind::Number : ValueKind::Text;
-}
-
-std::string Shown(std::string_view text, std::size_t length) {
-  bool isCut = text.size() > length;
-  if (isCut) {
-    while (length > 0 && Continues(text[length])) --length;
-    text = text.substr(0, length);
-  }
-  GString shown;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (c == '\n') {
-      shown += "\\n";
-    } else if (c == '\r') {
-      shown += "\\r";
-    } else if (c == '\t') {
-      shown += "\\t";
-    } else if (byte < 0x20 || byte == 0x7F) {
-      shown.AppendFormatString("\\x%02X", static_cast<unsigned int>(byte));
-    } else {
-      shown += c;
-    }
-  }
-  return isCut ? shown + "..." : shown;
 }
 
 }  // namespace vlm::describe

@@ -6,7 +6,6 @@
 ///     double number;
 ///     vlm::describe::ReadValue(" 1.5e3 ", number);  // ValueKind::Number, 1500
 
-#include <string>
 #include <string_view>
 
 namespace vlm::describe {
@@ -22,9 +21,5 @@ enum class ValueKind { Number, Missing, Text };
 
 /// The text without blanks around it.
 [[nodiscard]] std::string_view Trimmed(std::string_view text);
-
-/// A text of a file as a message shows it: at most `length` bytes, control characters as `\n` or
-/// `\x00`.
-[[nodiscard]] std::string Shown(std::string_view text, std::size_t length = 40);
 
 }  // namespace vlm::describe

@@ -1,10 +1,10 @@
 #include <examples/logview/LogPicture.h>
 
 #include <velum/core/StringFormat.h>
+#include <examples/common/Axis.h>
 #include <examples/common/CairoTextDevice.h>
+#include <examples/common/PageText.h>
 #include <examples/common/Picture.h>
-#include <examples/describe/Axis.h>
-#include <examples/describe/Panel.h>
 #include <examples/logview/Palette.h>
 
 #include <cairo.h>
@@ -14,11 +14,11 @@
 namespace vlm::logview {
 namespace {
 
-using describe::Align;
-using describe::DrawText;
-using describe::kInk;
-using describe::kPale;
-using describe::Verbatim;
+using examples::Align;
+using examples::DrawText;
+using examples::kInk;
+using examples::kPale;
+using examples::Verbatim;
 
 // The page, from the left: names, the axis, counts; below, times, names, texts.
 constexpr double kWidth = 620.0;
@@ -49,7 +49,7 @@ class SheetPicture {
  public:
   explicit SheetPicture(const Sheet& sheet)
       : sheet_(sheet),
-        axis_(describe::MakePaddedAxis(0.0, sheet.Last() - sheet.First(), 8, 0.02)),
+        axis_(examples::MakePaddedAxis(0.0, sheet.Last() - sheet.First(), 8, 0.02)),
         lanesBottom_(kMargin + kHeading +
                      kLaneHeight * static_cast<double>(std::max<std::size_t>(LaneCount(), 1))),
         rowsTop_(lanesBottom_ + kAxisRoom + kHeading) {}
@@ -138,7 +138,7 @@ class SheetPicture {
   }
 
   const Sheet& sheet_;
-  describe::Axis axis_;
+  examples::Axis axis_;
   double lanesBottom_;
   double rowsTop_;
 };

@@ -3,6 +3,7 @@
 #include <velum/geometry/Constants.h>
 #include <velum/geometry/PolygonMeasures.h>
 #include <examples/common/CairoTextDevice.h>
+#include <examples/common/Inside.h>
 #include <examples/common/LabelLayout.h>
 
 #include <cairo.h>
@@ -12,6 +13,7 @@
 namespace vlm::overlay {
 namespace {
 
+using examples::Inside;
 using examples::SetSourceColor;
 
 constexpr double kTextHeight = 11.0;
@@ -20,24 +22,6 @@ const Color4b kInk(40, 44, 52, 255);
 const Color4b kFrame(150, 155, 165, 255);
 
 }  // namespace
-
-// Keeps to the window for as long as it lives.
-class MapPanel::Inside {
- public:
-  explicit Inside(const MapPanel& panel) : context_(panel.context_) {
-    const Box2d& window = panel.window_;
-    cairo_save(context_);
-    cairo_rectangle(context_, window.xMin(), window.yMin(), window.xRange(), window.yRange());
-    cairo_clip(context_);
-    cairo_new_path(context_);
-  }
-  Inside(const Inside&) = delete;
-  Inside& operator=(const Inside&) = delete;
-  ~Inside() { cairo_restore(context_); }
-
- private:
-  cairo_t* context_;
-};
 
 MapPanel::MapPanel(cairo_t* context, const Box2d& window, const Box2d& world)
     : context_(context),
@@ -50,7 +34,7 @@ MapPanel::MapPanel(cairo_t* context, const Box2d& window, const Box2d& world)
 }
 
 void MapPanel::Fill(const GPolygon& shape, Color4b color) {
-  const Inside inside(*this);
+  const Inside inside(context_, window_);
   std::vector<Vec2d> points;
   std::vector<unsigned int> counts;
   shape.GetPolyPolygon(points, counts, false);
@@ -85,7 +69,7 @@ void MapPanel::StrokeHoles(const GPolygon& shape, double width, Color4b color) {
 
 void MapPanel::Paths(const std::vector<Vec2d>& points, const std::vector<unsigned int>& counts,
                      double width, Color4b color) {
-  const Inside inside(*this);
+  const Inside inside(context_, window_);
   const Vec2d* path = points.data();
   for (const unsigned int count : counts) {
     Trace(path, count);
@@ -98,7 +82,7 @@ void MapPanel::Paths(const std::vector<Vec2d>& points, const std::vector<unsigne
 }
 
 void MapPanel::Strip(const Vec2d* points, unsigned int count, Color4b color) {
-  const Inside inside(*this);
+  const Inside inside(context_, window_);
   for (unsigned int i = 2; i < count; ++i) {
     Trace(points + i - 2, 3);
     cairo_close_path(context_);
@@ -110,7 +94,7 @@ void MapPanel::Strip(const Vec2d* points, unsigned int count, Color4b color) {
 }
 
 void MapPanel::Dots(const std::vector<Vec2d>& points, double radius, Color4b color) {
-  const Inside inside(*this);
+  const Inside inside(context_, window_);
   SetSourceColor(context_, color);
   for (const Vec2d& point : points) {
     const Vec2d at = OnPage(point);

@@ -48,8 +48,6 @@ class MapPanel {
   void Note(unsigned int line, const std::string& text, Color4b color);
 
  private:
-  class Inside;
-
   [[nodiscard]] Vec2d OnPage(const Vec2d& point) const;
   void Trace(const Vec2d* points, unsigned int count);
   void Paper(const Box2d& box);

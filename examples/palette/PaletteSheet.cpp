@@ -4,8 +4,8 @@
 #include <velum/core/StringFormat.h>
 #include <velum/geometry/Vec2.h>
 #include <examples/common/CairoTextDevice.h>
+#include <examples/common/PageText.h>
 #include <examples/common/Picture.h>
-#include <examples/describe/Panel.h>
 #include <examples/palette/ImageSurface.h>
 #include <examples/palette/Quantized.h>
 #include <examples/palette/Report.h>
@@ -18,9 +18,9 @@
 namespace vlm::palette {
 namespace {
 
-using describe::Align;
-using describe::DrawText;
-using describe::kPale;
+using examples::Align;
+using examples::DrawText;
+using examples::kPale;
 
 constexpr double kMargin = 18.0;
 constexpr double kGap = 14.0;
@@ -59,7 +59,7 @@ class Sheet {
   [[nodiscard]] double Height() const { return kHead + 2.0 * Row() + kMargin; }
 
   void Draw(cairo_t* context) const {
-    DrawText(context, Vec2d(kMargin, 24.0), {"{\\b " + describe::Verbatim(name_) + "}", 13.0});
+    DrawText(context, Vec2d(kMargin, 24.0), {"{\\b " + examples::Verbatim(name_) + "}", 13.0});
     DrawText(context, Vec2d(kMargin, 38.0),
              {ToString("%d × %d pixels, %d colours; palettes by median cut", image_.width,
                        image_.height, static_cast<int>(parts_[0].coloursBefore)),
@@ -90,7 +90,7 @@ class Sheet {
   void DrawPart(cairo_t* context, std::size_t column, std::size_t row, const std::string& caption,
                 const Image& image, const std::vector<RGBQUAD>& palette) const {
     const Vec2d at = Corner(column, row);
-    DrawText(context, at + Vec2d(0.0, 13.0), {caption, 9.0, Align::Left, describe::kInk, Cell()});
+    DrawText(context, at + Vec2d(0.0, 13.0), {caption, 9.0, Align::Left, examples::kInk, Cell()});
     const examples::SurfacePtr surface = SurfaceOf(image);
     cairo_save(context);
     cairo_translate(context, at.x, at.y + kCaption);
@@ -125,7 +125,7 @@ class Sheet {
       DrawText(context, line + Vec2d(54.0, 8.5),
                {ToString("%.1f %%", share), 8.0, Align::Right, kPale});
       DrawText(context, line + Vec2d(60.0, 8.5),
-               {describe::Verbatim(NearestName(color)), 8.5, Align::Left, describe::kInk,
+               {examples::Verbatim(NearestName(color)), 8.5, Align::Left, examples::kInk,
                 Cell() - 60.0});
     }
   }

@@ -1,4 +1,5 @@
-#include <examples/describe/Axis.h>
+#include <examples/common/Axis.h>
+#include <examples/common/Shown.h>
 #include <examples/describe/Progress.h>
 #include <examples/describe/Report.h>
 #include <examples/describe/Selection.h>
@@ -12,6 +13,12 @@
 
 namespace vlm::describe {
 namespace {
+
+using examples::Axis;
+using examples::MakeAxis;
+using examples::MakePaddedAxis;
+using examples::NumberLabel;
+using examples::Shown;
 
 Table Read(const std::string& text, const TableRequest& request = {}) {
   std::istringstream stream(text);

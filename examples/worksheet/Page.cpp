@@ -4,7 +4,7 @@
 #include <velum/files/HtmlTags.h>
 #include <velum/numerics/UnivariateStatistics.h>
 #include <examples/common/HtmlParts.h>
-#include <examples/describe/Values.h>
+#include <examples/common/Shown.h>
 
 #include <algorithm>
 #include <map>
@@ -101,7 +101,7 @@ void WriteTexts(std::ostream& out, const Sheet& sheet) {
     isFirst = false;
     std::string often;
     for (std::size_t j = 0; j < std::min(kTold, order.size()) && order[j].first > 1; ++j) {
-      often += (j == 0 ? "" : ", ") + HtmlEscape(describe::Shown(order[j].second)) + " (" +
+      often += (j == 0 ? "" : ", ") + HtmlEscape(examples::Shown(order[j].second)) + " (" +
                std::to_string(order[j].first) + ")";
     }
     const bool isMore = counts.size() == kMostDistinct;
@@ -159,7 +159,7 @@ void WriteRows(std::ostream& out, const Sheet& sheet, unsigned count) {
     const std::vector<std::string> texts = sheet.cells.GetRow(row);
     HtmlRow cells(out);
     for (unsigned i = 0; i < sheet.columns.size(); ++i) {
-      const std::string text = i < texts.size() ? describe::Shown(texts[i]) : "";
+      const std::string text = i < texts.size() ? examples::Shown(texts[i]) : "";
       if (sheet.columns[i].texts <= sheet.columns[i].numbers) {
         cells.Number(HtmlEscape(text));
       } else if (text.size() <= kShort) {

@@ -1,6 +1,7 @@
 #include <examples/worksheet/Sheet.h>
 
 #include <velum/core/Exception.h>
+#include <examples/common/Shown.h>
 #include <examples/describe/CsvReader.h>
 #include <examples/describe/Values.h>
 
@@ -68,11 +69,11 @@ class Reader {
       // Without settings two columns may have one name.
       if (settings_.columns.empty()) place = i;
       if (place == names.size()) {
-        throw std::runtime_error("there is no column '" + describe::Shown(wanted[i].name) +
+        throw std::runtime_error("there is no column '" + examples::Shown(wanted[i].name) +
                                  "' among the " + std::to_string(names.size()));
       }
       if (slots_[place] != kNowhere) {
-        throw std::runtime_error("the column '" + describe::Shown(wanted[i].name) +
+        throw std::runtime_error("the column '" + examples::Shown(wanted[i].name) +
                                  "' is asked for twice");
       }
       slots_[place] = i;

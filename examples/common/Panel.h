@@ -11,41 +11,14 @@
 #include <velum/colour/Color4b.h>
 #include <velum/geometry/Box2.h>
 #include <velum/geometry/Vec2.h>
-#include <examples/describe/Axis.h>
+#include <examples/common/Axis.h>
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 struct _cairo;
 
-namespace vlm::describe {
-
-/// The ink of texts and frames.
-extern const Color4b kInk;
-/// The ink of what stands back.
-extern const Color4b kPale;
-
-/// Where a text stands beside its point.
-enum class Align { Left, Center, Right };
-
-/// A text of a page, a math text. A plain value.
-struct PageText {
-  std::string text;
-  double height = 9.0;  ///< of the em
-  Align align = Align::Left;
-  Color4b color = kInk;
-  double room = 1e9;      ///< a wider text is drawn smaller
-  bool isUpward = false;  ///< whether it runs from the bottom to the top
-};
-
-/// Draws a text with its baseline through `position`.
-///
-/// *Errors*: `std::runtime_error` for a text that is wrong.
-void DrawText(struct _cairo* context, const Vec2d& position, const PageText& text);
-
-/// A text as a math text that shows it as `Shown` does, cut to `longest` bytes.
-[[nodiscard]] std::string Verbatim(std::string_view text, std::size_t longest = 40);
+namespace vlm::examples {
 
 /// A dot of a panel. A plain value.
 struct PanelDot {
@@ -88,4 +61,4 @@ class Panel {
   Axis y_;
 };
 
-}  // namespace vlm::describe
+}  // namespace vlm::examples

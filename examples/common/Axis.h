@@ -3,14 +3,14 @@
 /// \file
 /// An axis of a panel: its range, its ticks and their labels.
 ///
-///     const vlm::describe::Axis axis = vlm::describe::MakeAxis(0.3, 97.0, 5);
+///     const vlm::examples::Axis axis = vlm::examples::MakeAxis(0.3, 97.0, 5);
 ///     axis.ticks;   // 20, 40, 60, 80
 ///     axis.labels;  // "20", "40", ...
 
 #include <string>
 #include <vector>
 
-namespace vlm::describe {
+namespace vlm::examples {
 
 /// A range with its ticks. A plain value.
 struct Axis {
@@ -35,4 +35,4 @@ struct Axis {
 /// would be too many digits.
 [[nodiscard]] std::string NumberLabel(double value, double step);
 
-}  // namespace vlm::describe
+}  // namespace vlm::examples

@@ -1,4 +1,4 @@
-#include <examples/describe/Axis.h>
+#include <examples/common/Axis.h>
 
 #include <velum/core/StringFormat.h>
 #include <velum/dates/AxisIntervals.h>
@@ -9,7 +9,7 @@
 #include <cmath>
 #include <limits>
 
-namespace vlm::describe {
+namespace vlm::examples {
 namespace {
 
 constexpr int kMostTicks = 50;
@@ -88,4 +88,4 @@ Axis MakePaddedAxis(double low, double high, int count, double padding) {
   return MakeAxis(std::max(low - room, -kMax), std::min(high + room, kMax), count);
 }
 
-}  // namespace vlm::describe
+}  // namespace vlm::examples

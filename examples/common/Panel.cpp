@@ -1,20 +1,17 @@
-#include <examples/describe/Panel.h>
+#include <examples/common/Panel.h>
 
 #include <velum/geometry/Constants.h>
 #include <examples/common/CairoTextDevice.h>
-#include <examples/common/LabelLayout.h>
-#include <examples/describe/Values.h>
+#include <examples/common/Inside.h>
+#include <examples/common/PageText.h>
 
 #include <cairo.h>
 
 #include <algorithm>
-#include <stdexcept>
 #include <utility>
 
-namespace vlm::describe {
+namespace vlm::examples {
 namespace {
-
-using examples::SetSourceColor;
 
 constexpr double kPaper = 0.98;
 constexpr double kTickLength = 3.0;
@@ -23,60 +20,7 @@ constexpr double kOverhang = 3.5;
 constexpr double kTitleText = 9.5;
 const Color4b kFrameColor(110, 116, 128, 255);
 
-double TextWidth(cairo_t* context, const std::string& text, double height) {
-  examples::CairoTextDevice device(context, height);
-  const examples::LabelLayout layout(device, text);
-  if (layout.Fault()) {
-    throw std::runtime_error("cannot draw '" + text + "': " + layout.Fault()->InWords());
-  }
-  return layout.Box().xRange();
-}
-
-// Keeps to a window for as long as it lives.
-class Inside {
- public:
-  Inside(cairo_t* context, const Box2d& window) : context_(context) {
-    cairo_save(context_);
-    cairo_rectangle(context_, window.xMin(), window.yMin(), window.xRange(), window.yRange());
-    cairo_clip(context_);
-    cairo_new_path(context_);
-  }
-  Inside(const Inside&) = delete;
-  Inside& operator=(const Inside&) = delete;
-  ~Inside() { cairo_restore(context_); }
-
- private:
-  cairo_t* context_;
-};
-
 }  // namespace
-
-const Color4b kInk(40, 44, 52, 255);
-const Color4b kPale(110, 116, 128, 255);
-
-void DrawText(cairo_t* context, const Vec2d& position, const PageText& text) {
-  const double width = TextWidth(context, text.text, text.height);
-  const double shrunk = width > text.room ? text.room / width : 1.0;
-  examples::CairoTextDevice device(context, text.height * shrunk);
-  device.SetColor(text.color);
-  double shift = 0.0;
-  if (text.align == Align::Center) shift = -width * shrunk / 2.0;
-  if (text.align == Align::Right) shift = -width * shrunk;
-  cairo_save(context);
-  cairo_translate(context, position.x, position.y);
-  if (text.isUpward) cairo_rotate(context, -HALF_PI);
-  examples::LabelLayout(device, text.text).Draw(device, Vec2d(shift, 0.0));
-  cairo_restore(context);
-}
-
-std::string Verbatim(std::string_view text, std::size_t longest) {
-  std::string label;
-  for (const char c : Shown(text, longest)) {
-    if (c == '\\' || c == '{' || c == '}') label += '\\';
-    label += c;
-  }
-  return label;
-}
 
 Panel::Panel(cairo_t* context, const Box2d& window, Axis x, Axis y)
     : context_(context), window_(window), x_(std::move(x)), y_(std::move(y)) {
@@ -168,4 +112,4 @@ Vec2d Panel::OnPage(const Vec2d& point) const {
                window_.yMax() - y_.Share(point.y) * window_.yRange());
 }
 
-}  // namespace vlm::describe
+}  // namespace vlm::examples
