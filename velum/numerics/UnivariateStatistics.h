@@ -19,9 +19,8 @@ namespace vlm {
 /// Thirty-eight statistics of one sample, with a histogram.
 ///
 /// A value. What can't be told of a sample is NaN, and so is all that needs it. "Positive" below
-/// means above 2^-126, the smallest normal number of single precision. Percentiles are values of
-/// the sample, without interpolation: the one at the whole part of a fraction of n - 1, counted
-/// from 0 in ascending order.
+/// means above `SUKOSHI`, 2^-126. Percentiles are values of the sample, without interpolation: the
+/// one at the whole part of a fraction of n - 1, counted from 0 in ascending order.
 class VELUM_API CUnivariateStatistics {
  public:
   /// Makes an empty record: Count 0, no histogram, everything else NaN.
@@ -95,9 +94,9 @@ class VELUM_API CUnivariateStatistics {
 ///
 /// *Errors:* `boost::numeric::positive_overflow`, "bad numeric conversion: positive overflow", for
 /// 11 values or more, an infinite one among them, which have no bins; all statistics stand by then.
-/// `std::bad_alloc` without memory for two copies of the sample.
+/// `std::bad_alloc` without memory for two copies of the sample, which keeps its values.
 ///
-/// *Cost:* 25,000 values are sorted, for MeanDiff; beyond that O(n), some 10 passes.
+/// *Cost:* up to 25,000 values are sorted, as MeanDiff needs it; more take O(n), some 10 passes.
 VELUM_API void Load(CUnivariateStatistics& stats, std::vector<double>::iterator first,
                     std::vector<double>::iterator last);
 

@@ -65,7 +65,67 @@ class Buckets {
   double perUnit_;
 };
 
-// Orders the values of one bucket, which begin at `from`, at those ranks that lie in it.
+// Runs of buckets. One with a rank in it is a region of its own; those between two such are one
+// together.
+struct Regions {
+  std::array<std::uint8_t, Buckets::kCount> ofBucket;
+  std::vector<std::size_t> begins;  // among the values in ascending order; the last one is the end
+};
+
+Regions RegionsOf(std::span<const double> values, const Buckets& buckets,
+                  std::span<const std::size_t> ranks) {
+  std::array<std::size_t, Buckets::kCount> sizes{};
+  buckets.ForEach(values, [&](double, std::size_t bucket) { ++sizes[bucket]; });
+  Regions regions;
+  regions.begins = {0};
+  std::size_t end = 0;
+  bool ranked = false;
+  auto rank = ranks.begin();
+  for (std::size_t b = 0; b < Buckets::kCount; ++b) {
+    const auto next =
+        std::find_if(rank, ranks.end(), [&](std::size_t r) { return r >= end + sizes[b]; });
+    if (b > 0 && (ranked || next != rank)) {
+      regions.begins.push_back(end);
+    }
+    ranked = next != rank;
+    rank = next;
+    regions.ofBucket[b] = static_cast<std::uint8_t>(regions.begins.size() - 1);
+    end += sizes[b];
+  }
+  regions.begins.push_back(values.size());
+  return regions;
+}
+
+// Moves the values of each region to its place. The lower regions stay within the values, the
+// others move out and come back. What may throw comes first: from then on not all values are in
+// their span.
+void Gather(std::span<double> values, const Buckets& buckets, const Regions& regions) {
+  const std::size_t count = values.size();
+  const auto& begins = regions.begins;
+  std::vector<std::size_t> ends = begins;
+  const auto middle = std::lower_bound(begins.begin() + 1, begins.end() - 1, count / 2);
+  const auto firstUpper = static_cast<std::uint8_t>(middle - begins.begin());
+  const std::size_t lower = *middle;
+  const auto moved = std::unique_ptr<double[]>(new double[std::max(lower, count - lower) + 1]);
+  std::size_t seen = 0;
+  std::size_t stayed = 0;
+  buckets.ForEach(values, [&](double value, std::size_t bucket) {
+    values[stayed] = value;
+    moved[seen - stayed] = value;
+    ++seen;
+    stayed += static_cast<std::size_t>(regions.ofBucket[bucket] < firstUpper);
+  });
+  const auto bringBack = [&](std::size_t size) {
+    buckets.ForEach({moved.get(), size}, [&](double value, std::size_t bucket) {
+      values[ends[regions.ofBucket[bucket]]++] = value;
+    });
+  };
+  bringBack(count - lower);
+  std::copy_n(values.begin(), lower, moved.get());
+  bringBack(lower);
+}
+
+// Orders the values of one region, which begin at `from`, at those ranks that lie in it.
 void SelectWithin(double* values, std::size_t from, std::size_t to,
                   std::span<const std::size_t> ranks) {
   for (const std::size_t rank : ranks) {
@@ -89,53 +149,10 @@ void PartitionAtRanks(std::span<double> values, std::span<const std::size_t> ran
     SelectWithin(values.data(), 0, count, ranks);
     return;
   }
-  std::array<std::size_t, Buckets::kCount> sizes{};
-  buckets.ForEach(values, [&](double, std::size_t bucket) { ++sizes[bucket]; });
-
-  // A bucket with a rank in it is a region of its own; those between two such are one together.
-  std::array<std::uint8_t, Buckets::kCount> regionOf;
-  std::vector<std::size_t> begins = {0};
-  std::size_t end = 0;
-  bool ranked = false;
-  auto rank = ranks.begin();
-  for (std::size_t b = 0; b < Buckets::kCount; ++b) {
-    const auto next =
-        std::find_if(rank, ranks.end(), [&](std::size_t r) { return r >= end + sizes[b]; });
-    if (b > 0 && (ranked || next != rank)) {
-      begins.push_back(end);
-    }
-    ranked = next != rank;
-    rank = next;
-    regionOf[b] = static_cast<std::uint8_t>(begins.size() - 1);
-    end += sizes[b];
-  }
-
-  begins.push_back(count);
-
-  // The lower regions stay within the values, the others move out and come back each to its place.
-  const auto middle = std::lower_bound(begins.begin() + 1, begins.end() - 1, count / 2);
-  const auto firstUpper = static_cast<std::uint8_t>(middle - begins.begin());
-  const std::size_t lower = *middle;
-  const auto moved = std::unique_ptr<double[]>(new double[std::max(lower, count - lower) + 1]);
-  std::size_t seen = 0;
-  std::size_t stayed = 0;
-  buckets.ForEach(values, [&](double value, std::size_t bucket) {
-    values[stayed] = value;
-    moved[seen - stayed] = value;
-    ++seen;
-    stayed += static_cast<std::size_t>(regionOf[bucket] < firstUpper);
-  });
-  std::vector<std::size_t> ends = begins;
-  const auto bringBack = [&](std::size_t size) {
-    buckets.ForEach({moved.get(), size}, [&](double value, std::size_t bucket) {
-      values[ends[regionOf[bucket]]++] = value;
-    });
-  };
-  bringBack(count - lower);
-  std::copy_n(values.begin(), lower, moved.get());
-  bringBack(lower);
-  for (std::size_t region = 0; region + 1 < begins.size(); ++region) {
-    SelectWithin(values.data(), begins[region], begins[region + 1], ranks);
+  const Regions regions = RegionsOf(values, buckets, ranks);
+  Gather(values, buckets, regions);
+  for (std::size_t region = 0; region + 1 < regions.begins.size(); ++region) {
+    SelectWithin(values.data(), regions.begins[region], regions.begins[region + 1], ranks);
   }
 }
 

@@ -1,6 +1,7 @@
 #include <velum/numerics/UnivariateStatistics.h>
 
 #include <velum/numerics/test/reference/SampleFigures.h>
+#include <testing/FailingAllocations.h>
 
 #include <boost/numeric/conversion/cast.hpp>
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <new>
 #include <numeric>
 #include <random>
 #include <sstream>
@@ -274,6 +276,30 @@ TEST(UnivariateStatistics, DoNotDependOnTheOrderOfTheSample) {
       if (!std::isnan(before[i].second)) {
         EXPECT_NEAR(after[i].second, before[i].second, error) << before[i].first;
       }
+    }
+  }
+}
+
+TEST(UnivariateStatistics, WithoutMemoryTheSampleKeepsItsValues) {
+  if (!testing::kAllocationsCanFail) GTEST_SKIP();
+  for (const std::size_t n : {5000u, 40000u}) {
+    const Sample generated = Generated(n, [](double u) { return u; });
+    Sample sorted = generated;
+    std::sort(sorted.begin(), sorted.end());
+    bool hasFailed = true;
+    for (std::size_t succeeding = 0; hasFailed; ++succeeding) {
+      ASSERT_LT(succeeding, 100u);
+      Sample sample = generated;
+      CUnivariateStatistics stats;
+      try {
+        const testing::FailingAllocations exhausted(succeeding);
+        hasFailed = false;
+        Load(stats, sample.begin(), sample.end());
+      } catch (const std::bad_alloc&) {
+        hasFailed = true;
+      }
+      std::sort(sample.begin(), sample.end());
+      EXPECT_EQ(sample, sorted) << n << " values, " << succeeding << " allocations";
     }
   }
 }
