@@ -1,5 +1,6 @@
 #include <velum/colour/Color3f.h>
 
+#include <velum/colour/detail/Hsl.h>
 #include <velum/colour/detail/Interpolate.h>
 
 namespace vlm {

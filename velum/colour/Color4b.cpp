@@ -26,7 +26,7 @@ struct Channels4b {
     return Color4b(Mean(a.R, b.R), Mean(a.G, b.G), Mean(a.B, b.B), Mean(a.A, b.A));
   }
   static void SetHsl(Color4b& color, const detail::Hsl& hsl) noexcept {
-    detail::Rgb const rgb = detail::ToRgb(hsl);
+    const detail::Rgb rgb = detail::ToRgb(hsl);
     color.R = Color4b::ToBYTE(rgb.r);
     color.G = Color4b::ToBYTE(rgb.g);
     color.B = Color4b::ToBYTE(rgb.b);
@@ -41,7 +41,7 @@ Color4b Color4b::Interp(const Color4b& a, const Color4b& b, double t,
 }
 
 void Color4b::GetHSL(double& h, double& s, double& l) const noexcept {
-  detail::Hsl const hsl =
+  const detail::Hsl hsl =
       detail::ToHsl(detail::Rgb{R / 255.0, G / 255.0, B / 255.0}, kLeastDifference);
   h = hsl.h;
   s = hsl.s;

@@ -53,7 +53,7 @@ class VELUM_API Color4b : public NamedColors, public ColorInterpolation {
   explicit constexpr Color4b(PointerTo<unsigned char> auto rgba) noexcept
       : Color4b(rgba[0], rgba[1], rgba[2], rgba[3]) {}
   /// Makes a colour of a palette entry and an alpha; the entry's reserved byte is ignored.
-  constexpr Color4b(RGBQUAD const& quad, unsigned char a) noexcept
+  constexpr Color4b(const RGBQUAD& quad, unsigned char a) noexcept
       : Color4b(quad.rgbRed, quad.rgbGreen, quad.rgbBlue, a) {}
   /// Makes a colour of floating-point channels, each one by `ToBYTE`. Include Color4f.h to use it.
   explicit constexpr Color4b(const Color4f& color) noexcept;

@@ -1,7 +1,6 @@
 #include <velum/colour/ColorConvert.h>
 
 #include <velum/colour/detail/Hsl.h>
-#include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
 #include <velum/geometry/Rounding.h>
 #include <velum/geometry/detail/WrapTo.inl.h>
@@ -22,7 +21,7 @@ void CheckArrays(const void* dst, const void* src) {
 }  // namespace
 
 unsigned long HSLtoRGB(double h, double s, double l) noexcept {
-  detail::Rgb const rgb = detail::ToRgb(detail::Hsl{h, s, l});
+  const detail::Rgb rgb = detail::ToRgb(detail::Hsl{h, s, l});
   return Color4b(RoundedByte(rgb.r), RoundedByte(rgb.g), RoundedByte(rgb.b), ALPHA_MAX)
       .GetCOLORREF();
 }

@@ -1,6 +1,5 @@
 #include <velum/colour/Dib.h>
 
-#include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
 #include <velum/core/StandardErrors.h>
 #include <velum/files/File.h>

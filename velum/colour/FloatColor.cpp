@@ -9,7 +9,7 @@ namespace vlm {
 
 template <class Color>
 void FloatColor<Color>::GetHSL(double& h, double& s, double& l) const noexcept {
-  detail::Hsl const hsl = detail::ToHsl(detail::Rgb{R, G, B}, EPSILON);
+  const detail::Hsl hsl = detail::ToHsl(detail::Rgb{R, G, B}, EPSILON);
   h = hsl.h;
   s = hsl.s;
   l = hsl.l;
@@ -17,7 +17,7 @@ void FloatColor<Color>::GetHSL(double& h, double& s, double& l) const noexcept {
 
 template <class Color>
 void FloatColor<Color>::SetHSL(double h, double s, double l) noexcept {
-  detail::Rgb const rgb = detail::ToRgb(detail::Hsl{h, s, l});
+  const detail::Rgb rgb = detail::ToRgb(detail::Hsl{h, s, l});
   R = static_cast<float>(rgb.r);
   G = static_cast<float>(rgb.g);
   B = static_cast<float>(rgb.b);

@@ -3,7 +3,7 @@
 /// \file
 /// Forward declarations of colours and bitmaps, enough to name them in a declaration.
 ///
-///     namespace vlm { void Fill(Color4b const& colour); }
+///     namespace vlm { void Fill(const Color4b& colour); }
 
 #include <velum/core/Api.h>
 

@@ -1,5 +1,7 @@
 #include <velum/colour/GrayScale.h>
 
+#include <cstdint>
+
 namespace vlm {
 
 namespace {

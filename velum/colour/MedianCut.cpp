@@ -1,6 +1,5 @@
 #include <velum/colour/MedianCut.h>
 
-#include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
 
 #include <algorithm>

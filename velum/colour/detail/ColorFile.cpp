@@ -1,13 +1,13 @@
 #include <velum/colour/detail/ColorFile.h>
 
 #include <velum/colour/Color4b.h>
-#include <velum/core/ErrorCodes.h>
 #include <velum/core/Exception.h>
 #include <velum/diagnostics/LocateFile.h>
 #include <velum/files/ConfigFile.h>
 #include <velum/platform/detail/FileSystem.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 

@@ -14,9 +14,9 @@ namespace vlm::detail {
 /// Returns the colour that `method` gives at `t` between two colours. `Channels` says how the class
 /// works on its channels:
 ///
-///     Color Blend(Color const& a, double weightA, Color const& b, double weightB);
-///     Color Mean(Color const& a, Color const& b);
-///     void SetHsl(Color& color, Hsl const& hsl);  // leaves alpha alone
+///     Color Blend(const Color& a, double weightA, const Color& b, double weightB);
+///     Color Mean(const Color& a, const Color& b);
+///     void SetHsl(Color& color, const Hsl& hsl);  // leaves alpha alone
 template <class Channels, class Color>
 Color Interpolate(const Color& a, const Color& b, double t, unsigned int method) noexcept {
   if (a == b) {
