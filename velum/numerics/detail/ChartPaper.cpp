@@ -16,7 +16,7 @@ using namespace Gdiplus;
 
 constexpr ARGB kBlack = 0xFF000000;
 constexpr ARGB kRed = 0xFFFF0000;
-constexpr ARGB kGrey = 0xFFCCCCCC;
+constexpr ARGB kGray = 0xFFCCCCCC;
 
 Font FaceOf(REAL points, FontStyle style) {
   return Font(AtoW(CSystemInfo::GetInstance().DefVariablePitchFace().c_str()), points, style);
@@ -38,7 +38,7 @@ ChartPaper::ChartPaper(Graphics& graphics, const ChartRect& area)
       black_(Color(kBlack)),
       red_(Color(kRed)),
       ink_(Color(kBlack)),
-      grey_(Color(kGrey)),
+      gray_(Color(kGray)),
       labelFont_(FaceOf(10, FontStyleRegular)),
       titleFont_(FaceOf(12, FontStyleBold)) {
   graphics_.SetInnerClip({area.left, area.top, area.width, area.height});
@@ -93,7 +93,7 @@ void ChartPaper::DrawBoxPlot(const ChartRect& rect, const CUnivariateStatistics&
 }
 
 void ChartPaper::DrawBar(int left, int top, int right, int bottom) {
-  graphics_.FillRectangle(&grey_, left, top, right - left, bottom - top);
+  graphics_.FillRectangle(&gray_, left, top, right - left, bottom - top);
   graphics_.DrawRectangle(&black_, left, top, right - left, bottom - top);
 }
 

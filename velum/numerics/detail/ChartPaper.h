@@ -7,14 +7,12 @@
 ///     const ChartLayout layout = LayOut(x, y, wish, paper.Area(), paper);
 ///     paper.DrawAxes(layout);
 
+#include <velum/core/GString.h>
 #include <velum/diagnostics/GdiPlus.h>
+#include <velum/numerics/Forward.h>
 #include <velum/numerics/detail/ChartLayout.h>
 
 #include <vector>
-
-namespace vlm {
-class CUnivariateStatistics;
-}
 
 namespace vlm::detail {
 
@@ -76,7 +74,7 @@ class ChartPaper : public ChartText {
   const Gdiplus::Pen black_;
   const Gdiplus::Pen red_;
   const Gdiplus::SolidBrush ink_;
-  const Gdiplus::SolidBrush grey_;
+  const Gdiplus::SolidBrush gray_;
   const Gdiplus::Font labelFont_;
   const Gdiplus::Font titleFont_;
   int labelHeight_ = -1;        // not measured yet

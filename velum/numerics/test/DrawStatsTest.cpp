@@ -31,7 +31,7 @@ using Box = std::tuple<double, double, double, double>;
 
 constexpr std::uint32_t kBlack = 0xFF000000;
 constexpr std::uint32_t kRed = 0xFFFF0000;
-constexpr std::uint32_t kGrey = 0xFFCCCCCC;
+constexpr std::uint32_t kGray = 0xFFCCCCCC;
 
 template <class Draw>
 Shapes ShapesOf(Draw draw) {
@@ -102,7 +102,7 @@ TEST(DrawStats, BoxPlotFillsItsRectangle) {
   const Shapes shapes = ShapesOf([&](auto& graphics) {
     CDrawStats("", 0).DrawBoxPlot(graphics, {100, 50, 81, 21}, stats);
   });
-  EXPECT_THAT(BoxesOf(shapes, PaintedShape::Fill, kGrey), ElementsAre(Box(120, 50, 20, 20)));
+  EXPECT_THAT(BoxesOf(shapes, PaintedShape::Fill, kGray), ElementsAre(Box(120, 50, 20, 20)));
   EXPECT_THAT(BoxesOf(shapes, PaintedShape::Outline, kBlack), ElementsAre(Box(120, 50, 20, 20)));
   EXPECT_THAT(LinesOf(shapes, kBlack),
               ElementsAre(std::tuple(100, 60, 120, 60, 2), std::tuple(100, 50, 100, 70, 2),
@@ -127,7 +127,7 @@ TEST(DrawStats, BarsStandOnTheRowBelowTheYAxis) {
     CDrawStats("", 0).DrawHistogram(graphics, {10, 20, 100, 50}, 0, stats);
   });
   const Box bars[] = {{10, 45, 33, 25}, {43, 20, 33, 50}, {76, 57, 33, 13}};
-  EXPECT_THAT(BoxesOf(shapes, PaintedShape::Fill, kGrey), ElementsAreArray(bars));
+  EXPECT_THAT(BoxesOf(shapes, PaintedShape::Fill, kGray), ElementsAreArray(bars));
   EXPECT_THAT(BoxesOf(shapes, PaintedShape::Outline, kBlack), ElementsAreArray(bars));
   EXPECT_THAT(LinesOf(shapes, kBlack),
               ElementsAre(std::tuple(10, 70, 109, 70, 2), std::tuple(9, 20, 9, 69, 2)));
@@ -140,7 +140,7 @@ TEST(DrawStats, CurveRisesAboveTheBars) {
   const Shapes shapes = ShapesOf([&](auto& graphics) {
     CDrawStats("", 0).DrawHistogram(graphics, {10, 20, 101, 50}, CDrawStats::kNormal, stats);
   });
-  EXPECT_EQ(std::get<1>(BoxesOf(shapes, PaintedShape::Fill, kGrey)[1]), 34);
+  EXPECT_EQ(std::get<1>(BoxesOf(shapes, PaintedShape::Fill, kGray)[1]), 34);
   EXPECT_THAT(LinesOf(shapes, kRed), ElementsAre(std::tuple(10, 69, 110, 69, 101)));
   EXPECT_EQ(shapes.back().points[50].x, 60);
   EXPECT_EQ(shapes.back().points[50].y, 20);
