@@ -90,8 +90,10 @@ TEST(MultivariateStatistics, OfFewObservations) {
   EXPECT_TRUE(ComputeMean(none).empty());
   EXPECT_TRUE(ComputeCorrelation(none).empty());
   CMultivariateStatistics stats;
+  stats.Mean = VectorOf("7");
   Load(stats, none);
   EXPECT_EQ(stats.Rows, 0u);
+  EXPECT_EQ(stats.Mean.Length(), 1u) << "cleared, which leaves it";
   Load(stats, RMatrix(0, 3));
   EXPECT_EQ(stats.Cols, 0u) << "variables without an observation have no figures";
   EXPECT_TRUE(std::isnan(ComputeCovariance(MatrixOf("1,2"))(0, 1)));
