@@ -1,7 +1,8 @@
+#include <velum/numerics/SymmetricFactors.h>
+
+#include <velum/geometry/Constants.h>
 #include <velum/numerics/RMatrix.h>
 #include <velum/numerics/RVector.h>
-#include <velum/numerics/SymmetricFactors.h>
-#include <velum/numerics/detail/Singular.h>
 #include <velum/numerics/detail/SolverKernels.h>
 
 #include <algorithm>
@@ -67,7 +68,7 @@ void Aasen::Run() noexcept {
     std::swap(v_(j + 1), v_(q));
     Exchange(j + 1, q);
     beta_(j + 1) = v_(j + 1);
-    if (j + 2 < n_ && std::abs(v_(j + 1)) > detail::kEpsilon) {
+    if (j + 2 < n_ && std::abs(v_(j + 1)) > EPSILON) {
       for (unsigned i = j + 2; i < n_; ++i) Row(i, j) = v_(i) / v_(j + 1);
     }
   }

@@ -1,12 +1,12 @@
 #include <velum/numerics/ConjugateGradients.h>
 
+#include <velum/geometry/Constants.h>
 #include <velum/numerics/MatrixPredicates.h>
 #include <velum/numerics/MatrixProducts.h>
 #include <velum/numerics/RMatrix.h>
 #include <velum/numerics/RVector.h>
 #include <velum/numerics/SymmetricFactors.h>
 #include <velum/numerics/detail/DotKernels.h>
-#include <velum/numerics/detail/Singular.h>
 #include <velum/numerics/detail/SolverKernels.h>
 
 #include <cmath>
@@ -97,7 +97,7 @@ void CPDProject(const RMatrix& c, const RMatrix& l, RVector& x, RVector& work) {
 bool CPDSolve(const RMatrix& a, const RMatrix& c, const RVector& b, RVector& x, RVector& work) {
   constexpr int kRounds = 8;
   double tolerance = 1e-18 * SquaresOf(b);
-  if (tolerance < detail::kEpsilon) tolerance = detail::kEpsilon;
+  if (tolerance < EPSILON) tolerance = EPSILON;
   RMatrix l;
   OuterProduct(c, c, l);
   if (!CholeskyDecomposition(l)) return false;

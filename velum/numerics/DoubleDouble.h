@@ -3,7 +3,7 @@
 /// \file
 /// Arithmetic with about 32 decimal digits, on two doubles to a number.
 ///
-///     vlm::doubledouble const third = vlm::doubledouble(1) / 3;
+///     const vlm::doubledouble third = vlm::doubledouble(1) / 3;
 ///     std::cout << std::setprecision(32) << third;  // 3.3333333333333333333333333333333d-001
 ///     vlm::doubledouble area = vlm::doubledouble::DDPI * vlm::sqr(vlm::doubledouble("1.5d2"));
 ///

@@ -1,9 +1,11 @@
-#include <velum/core/Exception.h>
 #include <velum/numerics/DoubleDouble.h>
+
+#include <velum/core/Exception.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <limits>
 #include <ostream>
 #include <string>

@@ -4,9 +4,12 @@
 #include <velum/diagnostics/GdiPlus.h>
 #include <velum/diagnostics/GdiPlusStart.h>
 #include <velum/diagnostics/GdiPlusUtil.h>
+#include <velum/geometry/Constants.h>
 #include <velum/numerics/NormalDistribution.h>
 #include <velum/numerics/UnivariateStatistics.h>
+#include <velum/numerics/detail/ChartLayout.h>
 #include <velum/numerics/detail/ChartPaper.h>
+#include <velum/platform/Types.h>
 
 #include <algorithm>
 #include <cmath>
@@ -25,8 +28,6 @@ using detail::ChartWish;
 using detail::PixelOf;
 using Flags = std::bitset<6>;
 using Iterator = std::vector<double>::iterator;
-
-constexpr double kRootOfTwoPi = 2.5066282746310007;
 
 bool Has(const Flags& flags, CDrawStats::Flag flag) { return (flags.to_ulong() & flag) != 0; }
 
@@ -159,7 +160,7 @@ void CDrawStats::DrawHistogram(Gdiplus::Graphics& graphics, const Gdiplus::Rect&
   for (const unsigned int bin : bins) sum += bin;
   const double scale = (stats.Maximum - stats.Minimum) * sum / static_cast<double>(bins.size());
   const bool hasCurve = Has(flags, kNormal);
-  if (hasCurve) highest = std::max(highest, scale / (stats.StdDev * kRootOfTwoPi));
+  if (hasCurve) highest = std::max(highest, scale / (stats.StdDev * SQRT_TWO_PI));
 
   ChartPaper paper(graphics, area);
   const ChartLayout layout =

@@ -3,6 +3,7 @@
 #include <velum/numerics/Matrices.h>
 #include <velum/numerics/detail/JacobiSweeps.h>
 #include <velum/numerics/detail/Singular.h>
+#include <velum/numerics/detail/SolverKernels.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,6 @@
 #include <velum/numerics/ImageRegistration.h>
 
+#include <velum/numerics/ImageWarp.h>
 #include <velum/numerics/InverseDistanceSquared.h>
 #include <velum/numerics/PlainWarps.h>
 #include <velum/numerics/PolynomialWarps.h>

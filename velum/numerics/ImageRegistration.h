@@ -9,13 +9,12 @@
 
 #include <velum/core/Api.h>
 #include <velum/geometry/RPoint.h>
+#include <velum/numerics/Forward.h>
 
 #include <cstddef>
 #include <memory>
 
 namespace vlm {
-
-class CImageWarp;
 
 /// The ways to map a plane. Each needs a number of control points, and each but the last gives way
 /// to another where there are fewer or its fit fails.

@@ -1,5 +1,6 @@
 #include <velum/numerics/ImageWarp.h>
 
+#include <velum/geometry/Constants.h>
 #include <velum/numerics/RadialBasisFunctions.h>
 #include <velum/numerics/detail/ControlPoints.h>
 
@@ -24,7 +25,6 @@ void CImageWarp::TransformPoints(const RPoint* source, RPoint* target, std::size
 }
 
 void CImageWarp::ScaleControlPoints(const RPoints& points) {
-  constexpr double kLeastScale = 1.1754943508222875e-38;
   constexpr double kLargest = std::numeric_limits<double>::max();
   CenterX = 0;
   CenterY = 0;
@@ -44,7 +44,7 @@ void CImageWarp::ScaleControlPoints(const RPoints& points) {
   CenterX = (maxX + minX) * 0.5;
   CenterY = (maxY + minY) * 0.5;
   Scale = std::max(maxX - minX, maxY - minY) * 0.5;
-  if (Scale < kLeastScale) Scale = 1;
+  if (Scale < SUKOSHI) Scale = 1;
   ScaledX.Resize(count);
   ScaledY.Resize(count);
   for (unsigned i = 0; i < count; ++i) {

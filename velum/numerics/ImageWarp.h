@@ -71,7 +71,7 @@ class VELUM_API CImageWarp {
   /// Sets the scaled coordinates by a list of points, and fills `ScaledX` and `ScaledY`.
   ///
   /// - Fewer than two points: the plain coordinates are the scaled ones, and nothing is filled.
-  /// - Points that all coincide, within 1.1754943508222875e-38: `Scale` is 1.
+  /// - Points that all coincide, within `SUKOSHI`: `Scale` is 1.
   void ScaleControlPoints(const RPoints& points);
 };
 

@@ -1,9 +1,10 @@
 #include <velum/numerics/InverseDistanceSquared.h>
 
+#include <velum/geometry/Constants.h>
 #include <velum/numerics/LeastSquares.h>
 #include <velum/numerics/detail/ControlPoints.h>
 
-#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace vlm {
@@ -60,7 +61,6 @@ bool CInverseDistanceSquared::Calibrate(const RPoints& from, const RPoints& to) 
 }
 
 RPoint CInverseDistanceSquared::Transform(const RPoint& p) const {
-  constexpr double kLeastSquare = 1.1754943508222875e-38;
   if (Affine.empty()) return detail::NoPoint();
   const double x = (p.X() - CenterX) / Scale;
   const double y = (p.Y() - CenterY) / Scale;
@@ -71,7 +71,7 @@ RPoint CInverseDistanceSquared::Transform(const RPoint& p) const {
     const double dx = x - ScaledX(i);
     const double dy = y - ScaledY(i);
     const double square = dx * dx + dy * dy;
-    const double weight = 1 / (square > kLeastSquare ? square : kLeastSquare);
+    const double weight = 1 / (square > SUKOSHI ? square : SUKOSHI);
     sum += weight;
     sumX += weight * ResidualX(i);
     sumY += weight * ResidualY(i);

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <istream>
 #include <limits>
 #include <locale>
 #include <new>

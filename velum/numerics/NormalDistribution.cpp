@@ -1,12 +1,13 @@
 #include <velum/numerics/NormalDistribution.h>
 
+#include <velum/geometry/Constants.h>
+
 #include <cmath>
 #include <limits>
 
 namespace vlm {
 namespace {
 
-constexpr double kRootOfTwoPi = 2.5066282746310007;
 constexpr double kFarthest = 37;  // GaussianCDF is 0 or 1 beyond
 
 // The value of a polynomial by Horner's rule, the coefficient of the highest power first.
@@ -27,7 +28,7 @@ double Tail(double a) noexcept {
   const double density = std::exp(-a * a / 2);
   if (a > 7.071) {
     const double fraction = a + 1 / (a + 2 / (a + 3 / (a + 4 / (a + 0.65))));
-    return density / kRootOfTwoPi / fraction;
+    return density / SQRT_TWO_PI / fraction;
   }
   constexpr double kNumerator[] = {0.035262496599891, 0.7003830644436881, 6.37396220353165,
                                    33.912866078383,   112.07929149787,    221.2135961699311,
@@ -68,7 +69,7 @@ double GaussianCDF(double x, double mean, double stddev) noexcept {
   return GaussianCDF((x - mean) / stddev);
 }
 
-double GaussianPDF(double x) noexcept { return std::exp(-x * x / 2) / kRootOfTwoPi; }
+double GaussianPDF(double x) noexcept { return std::exp(-x * x / 2) / SQRT_TWO_PI; }
 
 double GaussianPDF(double x, double mean, double stddev) noexcept {
   return GaussianPDF((x - mean) / stddev) / stddev;
@@ -85,7 +86,7 @@ double GaussianInv(double p) noexcept {
   const double q = p > 0.5 ? 1 - p : p;
   double x = LowerQuantile(q);
   if (x >= -kFarthest) {
-    const double e = (GaussianCDF(x) - q) * kRootOfTwoPi * std::exp(x * x / 2);
+    const double e = (GaussianCDF(x) - q) * SQRT_TWO_PI * std::exp(x * x / 2);
     x -= e / (x * e * 0.5 + 1);
   }
   return p > 0.5 ? -x : x;

@@ -3,6 +3,7 @@
 #include <velum/numerics/detail/ControlPoints.h>
 
 #include <cmath>
+#include <cstddef>
 
 namespace vlm {
 

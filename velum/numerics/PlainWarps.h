@@ -7,6 +7,7 @@
 ///     if (warp.Calibrate(from, to)) vlm::RPoint p = warp.Transform({50, 40});
 
 #include <velum/core/Api.h>
+#include <velum/geometry/RPoint.h>
 #include <velum/numerics/ImageWarp.h>
 
 namespace vlm {

@@ -1,5 +1,6 @@
 #include <velum/numerics/PlanarRegression.h>
 
+#include <velum/geometry/Constants.h>
 #include <velum/numerics/detail/Statistics.h>
 
 #include <cmath>
@@ -8,14 +9,15 @@
 namespace vlm {
 namespace {
 
-using detail::kTiny;
 using detail::kUnknown;
 
 double Quotient(double dividend, double divisor) noexcept {
-  return divisor > kTiny ? dividend / divisor : kUnknown;
+  return divisor > SUKOSHI ? dividend / divisor : kUnknown;
 }
 
-double Root(double radicand) noexcept { return radicand > kTiny ? std::sqrt(radicand) : kUnknown; }
+double Root(double radicand) noexcept {
+  return radicand > SUKOSHI ? std::sqrt(radicand) : kUnknown;
+}
 
 }  // namespace
 
@@ -45,7 +47,7 @@ void Load(CPlanarRegression& r, unsigned int count, double meanX, double meanY, 
   }
   r.Count = count;
   const double determinant = sxx * syy - sxy * sxy;
-  if (std::abs(determinant) > kTiny) {
+  if (std::abs(determinant) > SUKOSHI) {
     r.SlopeX = (syy * sxz - sxy * syz) / determinant;
     r.SlopeY = (sxx * syz - sxy * sxz) / determinant;
     r.Intercept = meanZ - r.SlopeX * meanX - r.SlopeY * meanY;

@@ -13,7 +13,8 @@ namespace vlm {
 
 /// The plane z = SlopeX x + SlopeY y + Intercept with what can be said of its fit.
 ///
-/// A value. What can't be told is NaN: all that has a divisor or a radicand not above 2^-126.
+/// A value. What can't be told is NaN: all that has a divisor or a radicand not above `SUKOSHI`,
+/// 2^-126.
 class VELUM_API CPlanarRegression {
  public:
   /// Makes an empty record: Count 0, everything else NaN.
@@ -49,7 +50,8 @@ class VELUM_API CPlanarRegression {
 /// sum of (x - meanX) (y - meanY), and so on. Note their order.
 ///
 /// - No points: an empty record.
-/// - Points on one line of the plane, |sxx syy - sxy^2| not above 2^-126: only the correlations of
+/// - Points on one line of the plane, |sxx syy - sxy^2| not above `SUKOSHI`: only the correlations
+/// of
 ///   the variables.
 VELUM_API void Load(CPlanarRegression& regression, unsigned int count, double meanX, double meanY,
                     double meanZ, double sxx, double sxy, double sxz, double syz, double syy,

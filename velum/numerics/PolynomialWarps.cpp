@@ -6,6 +6,7 @@
 #include <velum/numerics/detail/DotKernels.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <initializer_list>
 #include <utility>
 

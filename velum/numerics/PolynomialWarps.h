@@ -12,6 +12,7 @@
 /// fit. *Cost*: `Calibrate` grows with the number of control points, `Transform` does not.
 
 #include <velum/core/Api.h>
+#include <velum/geometry/RPoint.h>
 #include <velum/numerics/ImageWarp.h>
 #include <velum/numerics/RMatrix.h>
 #include <velum/numerics/RVector.h>

@@ -3,6 +3,7 @@
 #include <velum/numerics/detail/NewDoubles.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace vlm {

@@ -5,7 +5,7 @@
 ///
 ///     vlm::RMatrix m(2, 3);  // all 0
 ///     m(1, 2) = 2.5;
-///     double const* secondRow = m.Base(1, 0);
+///     const double* secondRow = m.Base(1, 0);
 ///
 /// What is done with matrices stands in Matrices.h and in the headers that it includes.
 

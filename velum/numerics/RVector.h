@@ -5,7 +5,7 @@
 ///
 ///     vlm::RVector v(3);  // 0 0 0
 ///     v(1) = 2.5;
-///     double const* first = v.Base();
+///     const double* first = v.Base();
 ///
 /// What is done with vectors stands in Matrices.h and in the headers that it includes.
 

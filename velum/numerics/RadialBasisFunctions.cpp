@@ -4,6 +4,7 @@
 #include <velum/numerics/Eigenvectors.h>
 #include <velum/numerics/MatrixFill.h>
 #include <velum/numerics/MatrixParts.h>
+#include <velum/numerics/RVector.h>
 #include <velum/numerics/detail/ControlPoints.h>
 #include <velum/numerics/detail/RadialKernels.h>
 

@@ -12,8 +12,11 @@
 /// exactly one spline.
 
 #include <velum/core/Api.h>
+#include <velum/geometry/RPoint.h>
 #include <velum/numerics/ImageWarp.h>
 #include <velum/numerics/RMatrix.h>
+
+#include <cstddef>
 
 namespace vlm {
 
@@ -81,7 +84,7 @@ class VELUM_API CThinPlateSpline : public CRadialBasisFunction {
   [[nodiscard]] CImageWarp* Clone() const override;
 
  protected:
-  /// - A square of the distance not above 1.1754943508222875e-38: 0.
+  /// - A square of the distance not above `SUKOSHI`: 0.
   [[nodiscard]] double Phi(double dx, double dy) const override;
 };
 

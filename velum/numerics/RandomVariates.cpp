@@ -1,5 +1,7 @@
 #include <velum/numerics/RandomVariates.h>
 
+#include <velum/geometry/Constants.h>
+
 #include <atomic>
 #include <cmath>
 
@@ -10,8 +12,6 @@ constinit std::atomic<std::uint64_t> g_place{0};
 
 // The next number, from 0 to 32767: the upper bits of a scrambled counter. The counter alone is
 // shared, so that threads never wait.
-// Source: G. L. Steele, D. Lea and C. H. Flood, Fast Splittable Pseudorandom Number Generators,
-// OOPSLA 2014.
 int NextNumber() noexcept {
   constexpr std::uint64_t kStep = 0x9E3779B97F4A7C15u;
   std::uint64_t bits = g_place.fetch_add(kStep, std::memory_order_relaxed) + kStep;
@@ -29,7 +29,7 @@ double UniformRV(double a, double b) noexcept { return a + (b - a) * NextNumber(
 double NormalRV() noexcept {
   const double u1 = (NextNumber() + 1) / 32769.0;
   const double u2 = (NextNumber() + 1) / 32769.0;
-  return std::sqrt(-2 * std::log(u1)) * std::cos(u2 * 6.283185307179586);
+  return std::sqrt(-2 * std::log(u1)) * std::cos(u2 * TWO_PI);
 }
 
 double NormalRV(double mean, double stddev) noexcept { return NormalRV() * stddev + mean; }

@@ -10,6 +10,9 @@
 /// The generator gives whole numbers from 0 to 32767. It begins with the same one whenever a
 /// program starts. Threads may draw from it at once: each number goes to one of them, in an order
 /// that then depends on the threads.
+///
+/// *Source:* G. L. Steele, D. Lea and C. H. Flood, Fast Splittable Pseudorandom Number Generators,
+/// OOPSLA 2014, whose numbers of 64 bits it takes the upper 15 bits of.
 
 #include <velum/core/Api.h>
 

@@ -15,7 +15,6 @@ namespace {
 
 using Point = boost::tuple<double, double, double>;
 
-using detail::kTiny;
 using detail::kUnknown;
 
 bool IsFinite(const Point& point) noexcept {
@@ -76,7 +75,7 @@ void Load(CSpatialStatistics& stats, std::vector<Point>::iterator first,
   load(stats.NearestDistance, nearest.distances);
   load(stats.NearestSeparation, nearest.separations);
   const double area = AreaOf(points);
-  if (area > kTiny) {
+  if (area > SUKOSHI) {
     const auto n = static_cast<double>(points.size());
     stats.Density = n / area;
     stats.ClarkEvansRatio = 2 * std::sqrt(stats.Density) * stats.NearestDistance.Mean;

@@ -55,7 +55,7 @@ class VELUM_API CSpatialStatistics {
 /// - No points: an empty record. One point: its distance and separation are infinite.
 /// - A coordinate that is NaN or infinite: all but Count stays empty, and the points keep their
 ///   order.
-/// - An area not above 2^-126: no density, nor what needs it.
+/// - An area not above `SUKOSHI`, 2^-126: no density, nor what needs it.
 ///
 /// *Errors:* `std::bad_alloc`. *Cost:* O(n log n), wherever the points lie; on all processors, with
 /// the same result on any number of them.

@@ -1,5 +1,6 @@
 #include <velum/numerics/SymmetricFactors.h>
 
+#include <velum/geometry/Constants.h>
 #include <velum/numerics/RMatrix.h>
 #include <velum/numerics/RVector.h>
 #include <velum/numerics/TriangularSolves.h>
@@ -39,7 +40,7 @@ detail::ProductOperand FactorsOf(const RMatrix& a, unsigned left, unsigned width
 template <Form kForm>
 bool TakePivot(double& pivot) noexcept {
   if constexpr (kForm == Form::kWithDiagonal) return !detail::IsSingular(pivot);
-  if (pivot < detail::kEpsilon) return false;
+  if (pivot < EPSILON) return false;
   pivot = std::sqrt(pivot);
   return true;
 }

@@ -63,7 +63,7 @@ void Tridiagonal::Reduce(unsigned k, RVector& d, RVector& e) {
     if (std::abs(v_(i)) > largest) largest = std::abs(v_(i));
   }
   d(k) = a_(k, k);
-  if (largest < detail::kEpsilon) {
+  if (largest < EPSILON) {
     e(k) = 0;
     a_(k, k) = 0;
     return;

@@ -1,5 +1,6 @@
 #include <velum/numerics/UnivariateStatistics.h>
 
+#include <velum/geometry/Constants.h>
 #include <velum/numerics/detail/RankPartition.h>
 #include <velum/numerics/detail/SortValues.h>
 #include <velum/numerics/detail/Statistics.h>
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <iomanip>
 #include <ostream>
 #include <span>
@@ -18,7 +20,6 @@ namespace vlm {
 namespace {
 
 using Stats = CUnivariateStatistics;
-using detail::kTiny;
 using detail::kUnknown;
 
 constexpr std::size_t kMostPairwise = 25000;
@@ -155,7 +156,7 @@ void LoadSums(Stats& stats, Values values) {
 void LoadMeans(Stats& stats, Values values, const Ranks& at) {
   const auto n = static_cast<double>(values.size());
   stats.Mean = stats.Sum / n;
-  if (stats.Minimum > kTiny) {
+  if (stats.Minimum > SUKOSHI) {
     double logarithms = 0;
     double reciprocals = 0;
     for (const double x : values) {
@@ -232,27 +233,27 @@ void LoadDispersion(Stats& stats, Values values) {
     stats.MeanDiff = MeanDifference(values);
   }
   stats.AvgAbsDev = sums.absolute / n;
-  if (stats.Minimum > kTiny) {
+  if (stats.Minimum > SUKOSHI) {
     stats.QuartileCoefDisp = stats.InterQuartileRange / (stats.Percentile_75 + stats.Percentile_25);
   }
-  const bool relative = stats.Minimum >= 0 && stats.Mean > kTiny;
+  const bool relative = stats.Minimum >= 0 && stats.Mean > SUKOSHI;
   if (relative) {
     stats.RelativeMeanDiff = stats.MeanDiff / stats.Mean;
     stats.CoefVariation = stats.StdDev / stats.Mean;
   }
   stats.StdError = stats.StdDev / std::sqrt(n);
-  if (n * stats.StdDev * stats.Variance > kTiny) {
+  if (n * stats.StdDev * stats.Variance > SUKOSHI) {
     stats.Skewness = sums.cubes / (n * stats.Variance * stats.StdDev);
   }
   const double squared = stats.Variance * stats.Variance;
-  if (n * squared > kTiny) {
+  if (n * squared > SUKOSHI) {
     stats.Kurtosis = sums.fourths / (n * squared);
   }
 }
 
 void LoadHistogram(Stats& stats, Values values) {
   constexpr std::size_t kFewest = 11;
-  if (values.size() < kFewest || !(stats.Range > kTiny)) {
+  if (values.size() < kFewest || !(stats.Range > SUKOSHI)) {
     return;
   }
   if (std::isinf(stats.Minimum) || std::isinf(stats.Maximum)) {

@@ -1,5 +1,6 @@
 #include <velum/numerics/detail/GramSchmidt.h>
 
+#include <velum/geometry/Constants.h>
 #include <velum/numerics/detail/DotKernels.h>
 #include <velum/numerics/detail/Singular.h>
 
@@ -43,7 +44,7 @@ void GramSchmidt::Give(double* to, std::size_t stride, std::size_t count) const 
 // Takes the first orthonormal columns out of the strip. The dot products with one of them are
 // written side by side, `stride` from those with the next one.
 void GramSchmidt::Subtract(std::size_t count, double* products, std::size_t stride) noexcept {
-  StripStep step{};
+  StripStep step;
   for (std::size_t k = 0; k <= count; ++k) {
     step.nextColumn = k < count ? columns_.data() + k * rows_ : nullptr;
     step.products = products + k * stride;
@@ -58,14 +59,15 @@ void GramSchmidt::Subtract(std::size_t count, double* products, std::size_t stri
 bool GramSchmidt::Orthogonalize(std::size_t left, std::size_t count) noexcept {
   double squares[kStripCols] = {SumOfSquares(rows_, strip_.data(), kStripCols)};
   std::size_t c = 0;
-  for (; c < count && !(squares[c] < kEpsilon); ++c) {
+  for (; c < count && !(squares[c] < EPSILON); ++c) {
     const double length = std::sqrt(squares[c]);
     double* const column = columns_.data() + (left + c) * rows_;
     for (std::size_t i = 0; i < rows_; ++i) column[i] = strip_[i * kStripCols + c];
     for (std::size_t i = 0; i < rows_; ++i) column[i] /= length;
     double* const products = triangle_.data() + (left + c) * (cols_ + kStripCols) + left;
-    kernels_->stepStrip(rows_, strip_.data(), {nullptr, nullptr, column, products, nullptr});
-    kernels_->stepStrip(rows_, strip_.data(), {column, products, nullptr, nullptr, squares});
+    kernels_->stepStrip(rows_, strip_.data(), {.nextColumn = column, .products = products});
+    kernels_->stepStrip(rows_, strip_.data(),
+                        {.column = column, .factors = products, .squares = squares});
     products[c] = length;
   }
   done_ += c;

@@ -15,7 +15,7 @@ namespace vlm::detail {
 
 /// The functions, of the distance r.
 enum class RadialForm {
-  kThinPlate,         ///< r^2 ln(r^2) / 2; 0 for a square not above 1.1754943508222875e-38
+  kThinPlate,         ///< r^2 ln(r^2) / 2; 0 for a square not above `SUKOSHI`
   kNaturalCubic,      ///< r^3
   kMarcov,            ///< -r
   kExponential,       ///< exp(-r)

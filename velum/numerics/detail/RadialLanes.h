@@ -4,7 +4,7 @@
 /// The kernels of splines for a width of registers that the including source gives.
 ///
 ///     const RadialKernelSet kRadialKernelsTwoWide = {FillRow<TwoLanes>, AddSum<TwoLanes>,
-///                                                      AddSums<TwoLanes>};
+///                                                    AddSums<TwoLanes>};
 ///
 /// `Lanes` has the types `Real` and `Bits`, vectors of doubles and of 64-bit words, the constant
 /// `kCount`, and the functions `Load`, `Store`, `All` and `Root`. All else is arithmetic on
@@ -12,6 +12,7 @@
 
 #include <velum/numerics/detail/RadialKernels.h>
 
+#include <cstddef>
 #include <cstdint>
 
 namespace vlm::detail {
@@ -82,7 +83,7 @@ template <class Lanes, RadialForm kForm>
   const Real square = dx * dx + dy * dy;
   if constexpr (kForm == RadialForm::kThinPlate) {
     const Real phi = 0.5 * square * Log<Lanes>(square);
-    const auto isThere = square > 1.1754943508222875e-38;
+    const auto isThere = square > 1.1754943508222875e-38;  // SUKOSHI
     return reinterpret_cast<Real>(reinterpret_cast<Bits>(phi) & reinterpret_cast<Bits>(isThere));
   } else if constexpr (kForm == RadialForm::kNaturalCubic) {
     return Lanes::Root(square) * square;

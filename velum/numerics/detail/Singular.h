@@ -5,14 +5,13 @@
 ///
 ///     if (IsSingular(a(i, i))) return false;
 
+#include <velum/geometry/Constants.h>
+
 #include <cmath>
 
 namespace vlm::detail {
 
-/// The epsilon of `double`, below which a pivot is singular.
-constexpr double kEpsilon = 2.220446049250313e-16;
-
-/// Tells whether a value is too small to divide by. NaN is not.
-[[nodiscard]] inline bool IsSingular(double p) noexcept { return std::abs(p) < kEpsilon; }
+/// Tells whether a value is too small to divide by: below `EPSILON` in magnitude. NaN is not.
+[[nodiscard]] inline bool IsSingular(double p) noexcept { return std::abs(p) < EPSILON; }
 
 }  // namespace vlm::detail

@@ -31,11 +31,11 @@ struct Rotation {
 /// One step of the orthogonalization of a strip: what is subtracted first, and what is made of the
 /// result. Null for what there is not.
 struct StripStep {
-  const double* column;      ///< The column that is subtracted.
-  const double* factors;     ///< Its factors, one for each lane.
-  const double* nextColumn;  ///< The column whose dot products are wanted.
-  double* products;          ///< Those, one for each lane.
-  double* squares;           ///< The sums of squares, one for each lane, where no products are.
+  const double* column = nullptr;      ///< The column that is subtracted.
+  const double* factors = nullptr;     ///< Its factors, one for each lane.
+  const double* nextColumn = nullptr;  ///< The column whose dot products are wanted.
+  double* products = nullptr;          ///< Those, one for each lane.
+  double* squares = nullptr;  ///< The sums of squares, one for each lane, where no products are.
 };
 
 /// The loops for one width of registers.

@@ -206,7 +206,7 @@ template <class Lanes, unsigned kMask>
 void RotateSomeRows(double* panel, double* row, std::size_t from, std::size_t to,
                     const Rotation* rotations) {
   constexpr std::size_t kCount = Lanes::kCount;
-  Rotation local[kCount] = {};  // which nothing that is written below can be
+  Rotation local[kCount] = {};  // a copy, which no store below can change
   for (std::size_t l = 0, r = 0; l < kCount; ++l) {
     if (kMask & (1u << l)) local[l] = rotations[r++];
   }
