@@ -18,8 +18,8 @@
 namespace vlm {
 namespace {
 
+using test::CrashRun;
 using ::testing::ContainsRegex;
-using testing::CrashRun;
 using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
 using ::testing::Not;

@@ -14,8 +14,8 @@
 namespace vlm {
 namespace {
 
-using testing::IsInProcess;
-using testing::TestLibrary;
+using test::IsInProcess;
+using test::TestLibrary;
 
 using Lines = std::vector<std::pair<int, std::string>>;
 

@@ -15,10 +15,10 @@
 namespace vlm {
 namespace {
 
-using testing::IsInProcess;
-using testing::Native;
+using test::IsInProcess;
+using test::Native;
+using test::TestLibrary;
 using testing::TemporaryFolder;
-using testing::TestLibrary;
 
 struct DynLib : ::testing::Test {
   DynLib() {

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-namespace vlm::testing {
+namespace vlm::test {
 
 /// An environment variable that has its old value again when the object goes.
 class Environment {
@@ -33,4 +33,4 @@ class Environment {
   std::optional<std::string> old_;
 };
 
-}  // namespace vlm::testing
+}  // namespace vlm::test

@@ -18,8 +18,8 @@
 namespace vlm {
 namespace {
 
+using test::Environment;
 using ::testing::ContainsRegex;
-using testing::Environment;
 using ::testing::HasSubstr;
 using ::testing::MatchesRegex;
 

@@ -26,9 +26,9 @@
 namespace vlm {
 namespace {
 
-using testing::Native;
+using test::Native;
+using test::TestLibrary;
 using testing::TemporaryFolder;
-using testing::TestLibrary;
 
 /// The entry of a path; null if there is none. It must not be there twice.
 const CModQuery::CModuleInfo* Find(const CModQuery& modules, const GString& path) {

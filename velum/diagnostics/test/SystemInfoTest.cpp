@@ -127,7 +127,7 @@ TEST_F(SystemInfo, TheDecimalCharacterIsThatOfTheUsersLocale) {
   const locale_t german = newlocale(LC_NUMERIC_MASK, "de_DE.UTF-8", locale_t{});
   if (!german) GTEST_SKIP() << "needs the locale de_DE.UTF-8; ctest says where it is";
   freelocale(german);
-  const testing::Environment before("LC_ALL");
+  const test::Environment before("LC_ALL");
   const std::pair<const char*, char> rows[] = {
       {"de_DE.UTF-8", ','}, {"C", '.'}, {"POSIX", '.'}, {"xx_XX.not-installed", '.'}};
   for (const auto& [name, point] : rows) {

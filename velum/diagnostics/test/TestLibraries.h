@@ -3,7 +3,7 @@
 /// \file
 /// The libraries that tests load: `velum_test_plain.so` and its kin, beside the test program.
 ///
-///     vlm::CDynLib library(vlm::testing::TestLibrary("plain"));
+///     vlm::CDynLib library(vlm::test::TestLibrary("plain"));
 
 #include <velum/core/GString.h>
 #include <velum/files/FileUtilities.h>
@@ -13,7 +13,7 @@
 #include <algorithm>
 #include <string>
 
-namespace vlm::testing {
+namespace vlm::test {
 
 /// The path of one of the libraries: "plain" says nothing of itself, "named" has the SONAME
 /// libvelum_test.so.3.14.1, "versioned" libvelum_test.so.6 and versions from 2.9 to 2.10.
@@ -34,4 +34,4 @@ inline bool IsInProcess(const GString& path) {
   return loaded != nullptr;
 }
 
-}  // namespace vlm::testing
+}  // namespace vlm::test

@@ -12,7 +12,7 @@
 #include <fstream>
 #include <sstream>
 
-namespace vlm::testing {
+namespace vlm::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -109,4 +109,4 @@ std::string CrashRun::Read(const std::string& name) const {
   return text.str();
 }
 
-}  // namespace vlm::testing
+}  // namespace vlm::test

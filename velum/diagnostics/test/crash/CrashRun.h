@@ -3,7 +3,7 @@
 /// \file
 /// Lets a child process crash and gives what is left of it.
 ///
-///     const vlm::testing::CrashRun run("null-write", {"question=no"});
+///     const vlm::test::CrashRun run("null-write", {"question=no"});
 ///     EXPECT_EQ(run.Signal(), SIGSEGV);
 
 #include <testing/TemporaryFolder.h>
@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-namespace vlm::testing {
+namespace vlm::test {
 
 /// A copy of the program `velum_crash_child`, run in a folder of its own with "app=Child" and
 /// "log=" a file of that folder; what other options say of these holds.
@@ -43,11 +43,11 @@ class CrashRun {
   [[nodiscard]] std::chrono::duration<double> Time() const { return time_; }
 
  private:
-  TemporaryFolder folder_;
+  testing::TemporaryFolder folder_;
   long process_ = -1;
   int status_ = -1;
   std::string said_;
   std::chrono::duration<double> time_{};
 };
 
-}  // namespace vlm::testing
+}  // namespace vlm::test
