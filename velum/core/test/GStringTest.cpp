@@ -209,7 +209,7 @@ TEST(GString, ForwardsToTheFreeFunctions) {
   EXPECT_TRUE(GString("4000000000").ToUnsignedInt(natural) && natural == 4000000000u);
 }
 
-// Constant-time proof that a class derived from NonComparable has no comparison.
+// What derives from NonComparable has no comparison, which the compiler tells.
 struct Identity : private NonComparable {};
 
 TEST(NonComparable, TakesComparisonAwayAndAddsNothing) {
