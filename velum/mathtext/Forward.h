@@ -1,7 +1,10 @@
 #pragma once
 
 /// \file
-/// Names the classes of math text without their definitions.
+/// Declares the classes of math text, for headers that only name them.
+///
+///     #include <velum/mathtext/Forward.h>
+///     void Draw(vlm::CMTTextIF& textIF);
 
 namespace vlm {
 
@@ -16,5 +19,6 @@ class CMTStringElement;
 class CMTTextIF;
 class IMathTextScanner;
 class KQTextIF;
+struct MTTextAttributes;
 
 }  // namespace vlm
