@@ -5,12 +5,14 @@
 ///
 ///     detail::EqualsFolded("DEC", "Dec");  // true
 
+#include <velum/platform/detail/Ascii.h>
+
 #include <cstddef>
 #include <string_view>
 
 namespace vlm::detail {
 
-[[nodiscard]] constexpr bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+using platform::IsDigit;
 
 [[nodiscard]] constexpr bool IsBlank(char c) noexcept {
   return c == ' ' || (c >= '\t' && c <= '\r');

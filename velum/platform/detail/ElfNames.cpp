@@ -1,5 +1,6 @@
 #include <velum/platform/detail/ElfNames.h>
 
+#include <velum/platform/detail/Ascii.h>
 #include <velum/platform/detail/InputFile.h>
 #include <velum/platform/detail/Uninterrupted.h>
 
@@ -35,8 +36,6 @@ constexpr unsigned char kByteOrder =
 
 /// The header of the file that holds this code, where the loader has put it: the linker defines it.
 extern "C" [[gnu::visibility("hidden")]] const Header __ehdr_start;
-
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// Reads small records that follow each other without asking the file for each.
 class Window {
@@ -142,8 +141,7 @@ std::string TextAt(Window& window, const Part& strings, std::uint64_t at) {
   const std::size_t length = bytes.find('\0');
   if (length == std::string_view::npos) return {};
   const std::string_view text = bytes.substr(0, length);
-  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; };
-  return std::any_of(text.begin(), text.end(), isControl) ? std::string() : std::string(text);
+  return std::any_of(text.begin(), text.end(), IsControl) ? std::string() : std::string(text);
 }
 
 /// The order of two numbers of dots and digits: below, at or above 0. A missing part is below 0.

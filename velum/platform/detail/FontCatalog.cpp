@@ -1,5 +1,6 @@
 #include <velum/platform/detail/FontCatalog.h>
 
+#include <velum/platform/detail/Ascii.h>
 #include <velum/platform/detail/FileSystem.h>
 #include <velum/platform/detail/Folders.h>
 #include <velum/platform/detail/FontTables.h>
@@ -23,9 +24,7 @@ constexpr std::size_t kFaceNameBytes = sizeof(LOGFONTA::lfFaceName) - 1;
 
 /// True if a name stands before another one, in any case of ASCII letters.
 bool NameLess(std::string_view a, std::string_view b) noexcept {
-  const auto folded = [](char c) {
-    return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
-  };
+  const auto folded = [](char c) { return static_cast<unsigned char>(FoldAscii(c)); };
   return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
                                       [&](char x, char y) { return folded(x) < folded(y); });
 }

@@ -1,5 +1,6 @@
 #include <velum/platform/detail/MachineFacts.h>
 
+#include <velum/platform/detail/Ascii.h>
 #include <velum/platform/detail/InputFile.h>
 
 #include <sched.h>
@@ -21,7 +22,6 @@ namespace vlm::platform {
 
 namespace {
 
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
 /// The number at the start of a text, which is stepped over; the largest for one that is larger.
@@ -91,8 +91,7 @@ std::string ReleaseValue(std::string_view text, std::string_view key) {
     }
     TakeLine(text);
   }
-  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; };
-  value.erase(std::find_if(value.begin(), value.end(), isControl), value.end());
+  value.erase(std::find_if(value.begin(), value.end(), IsControl), value.end());
   return value.size() > kLongest ? std::string() : value;
 }
 

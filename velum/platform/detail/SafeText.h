@@ -8,6 +8,8 @@
 ///     line.Put("signal ").Decimal(11).Put(" at ").Pointer(address);
 ///     WriteSafely(2, line.View());
 
+#include <velum/platform/detail/Ascii.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -37,8 +39,7 @@ class SafeText {
   /// Appends text with every byte that could end or garble a line as '?'.
   constexpr SafeText& PutPrintable(std::string_view text) noexcept {
     for (const char c : text) {
-      const bool isControl = static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-      Put(std::string_view(isControl ? "?" : &c, 1));
+      Put(std::string_view(IsControl(c) ? "?" : &c, 1));
     }
     return *this;
   }
