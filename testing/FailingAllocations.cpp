@@ -3,6 +3,7 @@
 #include <link.h>
 #include <malloc.h>
 #include <unwind.h>
+
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>

@@ -4,6 +4,7 @@
 #include <testing/FailingAllocations.h>
 
 #include <malloc.h>
+
 #include <atomic>
 #include <cerrno>
 #include <cstdint>

@@ -9,6 +9,7 @@
 ///     device.GetExtent("abc", extent);  // (12, 8)
 
 #include <velum/mathtext/TextIF.h>
+
 #include <cstddef>
 #include <vector>
 

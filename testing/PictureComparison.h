@@ -13,6 +13,7 @@
 ///     }
 
 #include <gtest/gtest.h>
+
 #include <cstddef>
 #include <iosfwd>
 #include <string>
@@ -46,6 +47,7 @@ struct PictureDifference {
 };
 
 /// Compares two PNG files pixel by pixel, as 32-bit ARGB with the colours multiplied by alpha.
+/// Pixels agree of which no byte differs by more than `channel`.
 ///
 /// *Errors*: `std::runtime_error` with the path if a file can't be read as PNG.
 [[nodiscard]] PictureDifference ComparePictures(const std::string& path,

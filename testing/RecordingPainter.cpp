@@ -1,6 +1,7 @@
 #include <testing/RecordingPainter.h>
 
 #include <cmath>
+#include <utility>
 
 namespace vlm::testing {
 

@@ -13,8 +13,11 @@
 
 #include <velum/platform/detail/Painting.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vlm::testing {

@@ -12,6 +12,7 @@
 ///     EXPECT_THAT(device.TakeCalls(), ElementsAre("SetWeight 7"));
 
 #include <testing/FixedTextDevice.h>
+
 #include <stdexcept>
 #include <string>
 #include <vector>

@@ -23,6 +23,7 @@ inline constexpr bool kIsSanitized = true;
 inline constexpr bool kIsSanitized = false;
 #endif
 
+/// Whether the compiler optimizes.
 #ifdef __OPTIMIZE__
 inline constexpr bool kIsOptimized = true;
 #else

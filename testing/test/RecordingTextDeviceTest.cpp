@@ -1,4 +1,5 @@
 #include <testing/RecordingTextDevice.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

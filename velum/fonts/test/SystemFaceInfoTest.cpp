@@ -7,7 +7,7 @@
 #include <velum/fonts/SymbolSets.h>
 #include <velum/platform/detail/FontCatalog.h>
 #include <velum/platform/detail/ReferenceContext.h>
-#include <velum/platform/test/FontFile.h>
+#include <testing/FontFile.h>
 #include <testing/TemporaryFolder.h>
 #include <gtest/gtest.h>
 
@@ -235,7 +235,7 @@ template <class Ask>
   const testing::TemporaryFolder folder;
   const testing::TemporaryFolder fonts;
   std::ofstream(fonts.Path("font.ttf"), std::ios::binary) << font;
-  const std::string path = test::WriteFontConfiguration(folder.Path(), fonts.Path());
+  const std::string path = testing::WriteFontConfiguration(folder.Path(), fonts.Path());
   ::setenv("FONTCONFIG_FILE", path.c_str(), 1);
   g_Logger.SetOutputCallback(
       [](int, const GString& text, void*) { std::fputs(text.c_str(), stderr); }, nullptr);
@@ -250,8 +250,8 @@ template <class Ask>
   std::_Exit(0);
 }
 
-test::FontFile Sans() {
-  return test::FontFile::Read("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
+testing::FontFile Sans() {
+  return testing::FontFile::Read("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
 }
 
 TEST_F(CSystemFaceInfoDeathTest, WithoutGoodFontsThereIsAnInternalError) {
@@ -259,7 +259,7 @@ TEST_F(CSystemFaceInfoDeathTest, WithoutGoodFontsThereIsAnInternalError) {
   EXPECT_EXIT(AskWithOnly("", ask), ::testing::ExitedWithCode(0),
               "^CSystemFaceInfo: Left out the font .*/font.ttf: it can't be read"
               "SystemFaceInfo 2$");
-  test::FontFile flat = Sans();
+  testing::FontFile flat = Sans();
   flat.Zero("OS/2");
   EXPECT_EXIT(AskWithOnly(flat.Bytes(), ask), ::testing::ExitedWithCode(0),
               "^CSystemFaceInfo: Left out the font .*/font.ttf: the cell has no height"
@@ -272,7 +272,7 @@ TEST_F(CSystemFaceInfoDeathTest, TheLibrarysOwnSymbolFontsReachToTheLastCode) {
     const CFaceInfo& face = FaceAt(Faces().Match("", 400, 0, 0, 0, 0, 1));
     return 1000u * face.GetFirstChar() + face.GetLastChar();
   };
-  test::FontFile font = Sans();
+  testing::FontFile font = Sans();
   font.MakeSymbols();
   EXPECT_EXIT(AskWithOnly(font.Bytes(), ask), ::testing::ExitedWithCode(0), "^32126$");
   font.Rename("DejaVu Sans", "KQI Symbols");
@@ -291,7 +291,7 @@ TEST_F(CSystemFaceInfoDeathTest, InstancesOfAVariableFontMeasureAndAreSelectedAs
     }
     return widths;
   };
-  test::FontFile font = Sans();
+  testing::FontFile font = Sans();
   // Faces that differ in nothing that a description tells.
   font.MakeVariable({{400, 50}});
   font.Put16("OS/2", 2, 1);
@@ -311,7 +311,7 @@ TEST_F(CSystemFaceInfoDeathTest, ALongNameFindsItsFamily) {
                         value(family + "!") == 1200 && value(family.substr(0, 32)) == 1200;
     return isFound && isTold ? 1u : 0u;
   };
-  test::FontFile font = Sans();
+  testing::FontFile font = Sans();
   font.SetNames("A Family of a Name Beyond 31 Bytes");
   EXPECT_EXIT(AskWithOnly(font.Bytes(), ask), ::testing::ExitedWithCode(0), "^1$");
 }

@@ -8,8 +8,8 @@
 #include <velum/platform/detail/OutlineFont.h>
 #include <velum/platform/detail/Shaper.h>
 #include <velum/platform/detail/Utf8.h>
-#include <velum/platform/test/FontFile.h>
 
+#include <testing/FontFile.h>
 #include <testing/Sanitized.h>
 #include <testing/TemporaryFolder.h>
 
@@ -530,7 +530,7 @@ TEST(UCS2DecompDeathTest, ACompressedFaceIsNotReplaced) {
     const std::string file = "/usr/share/fonts/truetype/liberation2/LiberationSans-";
     if (!std::filesystem::exists(file + name + ".ttf")) GTEST_SKIP() << "no " << file;
     std::ofstream(folder.Path(name), std::ios::binary)
-        << test::FontFile::Read(file + name + ".ttf").Woff();
+        << testing::FontFile::Read(file + name + ".ttf").Woff();
   }
   const auto check = [] {
     const Face bold = FaceOf("Liberation Sans", 700);
@@ -548,7 +548,7 @@ TEST(UCS2DecompDeathTest, WhatNoFaceHasComesInTheLastResort) {
   const std::string liberation = "/usr/share/fonts/truetype/liberation2/LiberationSans-";
   if (!std::filesystem::exists(liberation + "Bold.ttf")) GTEST_SKIP() << "no " << liberation;
   std::filesystem::create_symlink(liberation + "Bold.ttf", folder.Path("bold.ttf"));
-  test::FontFile font = test::FontFile::Read(liberation + "Regular.ttf");
+  testing::FontFile font = testing::FontFile::Read(liberation + "Regular.ttf");
   font.SetNames("Tahoma");
   std::ofstream(folder.Path("tahoma.ttf"), std::ios::binary) << font.Bytes();
   const auto check = [] {

@@ -2,7 +2,7 @@
 
 #include <velum/platform/detail/FontTables.h>
 #include <velum/platform/detail/OutlineFont.h>
-#include <velum/platform/test/FontFile.h>
+#include <testing/FontFile.h>
 #include <testing/TemporaryFolder.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,9 +20,9 @@
 namespace vlm::platform {
 namespace {
 
-using test::FontFile;
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using testing::FontFile;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
@@ -34,7 +34,7 @@ class FontFolder {
  public:
   FontFolder() {
     std::filesystem::create_directory(Path(""));
-    const std::string path = test::WriteFontConfiguration(folder_.Path(), Path(""));
+    const std::string path = testing::WriteFontConfiguration(folder_.Path(), Path(""));
     ::setenv("FONTCONFIG_FILE", path.c_str(), 1);
   }
   FontFolder(const FontFolder&) = delete;

@@ -3,8 +3,8 @@
 #include <velum/platform/detail/Shaper.h>
 #include <velum/platform/detail/TextRuns.h>
 #include <velum/platform/detail/Utf8.h>
-#include <velum/platform/test/FontFile.h>
 
+#include <testing/FontFile.h>
 #include <testing/TemporaryFolder.h>
 
 #include <gmock/gmock.h>
@@ -233,7 +233,7 @@ TEST_F(ShaperTest, JoinsLettersOfALongTextEverywhere) {
 TEST_F(ShaperTest, ReadsCompressedFiles) {
   const testing::TemporaryFolder folder;
   const std::string path = folder.Path("font.woff");
-  std::ofstream(path, std::ios::binary) << test::FontFile::Read(entry_->file).Woff();
+  std::ofstream(path, std::ios::binary) << testing::FontFile::Read(entry_->file).Woff();
   const auto woff = Shaper::Open(path, 0);
   ASSERT_TRUE(woff);
   Glyphs glyphs, expected;

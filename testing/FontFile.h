@@ -3,32 +3,32 @@
 /// \file
 /// OpenType files taken apart, changed and put together again, for tests of what reads them.
 ///
+///     using vlm::testing::FontFile;
 ///     FontFile font = FontFile::Read("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
 ///     font.Put16("head", 18, 0);  // an em square of 0 units
 ///     std::ofstream(path) << font.Bytes();
 
 #include <cstddef>
 #include <fstream>
+#include <initializer_list>
 #include <iterator>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
-namespace vlm::test {
+namespace vlm::testing {
 
 /// The tables of a face. A value.
 class FontFile {
  public:
-  static std::string Contents(const std::string& path) {
+  /// Takes a file of one face apart; without tables if it can't be read.
+  [[nodiscard]] static FontFile Read(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  static FontFile Read(const std::string& path) {
-    const std::string bytes = Contents(path);
+    const std::string bytes(std::istreambuf_iterator<char>(file), {});
     FontFile font;
-    for (std::size_t i = 0; i < Get(bytes, 4, 2); ++i) {
+    const std::size_t count = bytes.empty() ? 0 : Get(bytes, 4, 2);
+    for (std::size_t i = 0; i < count; ++i) {
       const std::size_t row = 12 + 16 * i;
       font.tables[bytes.substr(row, 4)] =
           bytes.substr(Get(bytes, row + 8, 4), Get(bytes, row + 12, 4));
@@ -36,10 +36,11 @@ class FontFile {
     return font;
   }
 
-  /// A number of the table.
+  /// The number of two bytes at a place in a table.
   [[nodiscard]] int S16(const std::string& tag, std::size_t place) const {
     return static_cast<short>(Get(tables.at(tag), place, 2));
   }
+  /// Puts another number there.
   void Put16(const std::string& tag, std::size_t place, unsigned int value) {
     tables.at(tag).replace(place, 2, Number(value, 2));
   }
@@ -96,7 +97,7 @@ class FontFile {
   }
 
   /// A file of several faces.
-  static std::string Collection(const std::vector<FontFile>& fonts) {
+  [[nodiscard]] static std::string Collection(const std::vector<FontFile>& fonts) {
     std::string head = "ttcf" + Number(0x00010000, 4) + Number(fonts.size(), 4);
     std::string body;
     const std::size_t begin = head.size() + 4 * fonts.size();
@@ -116,66 +117,41 @@ class FontFile {
   /// axis of weight from 100 to 900 changes no glyph; that of width from 50 to 100 makes the cells
   /// of all up to 400 units narrower.
   void MakeVariable(const std::vector<Instance>& instances) {
-    const auto numbers = [](const std::vector<unsigned int>& values) {
-      std::string bytes;
-      for (const unsigned int value : values) bytes += Number(value & 0xFFFF, 2);
-      return bytes;
-    };
     const auto fixed = [](unsigned int value) { return Number(std::size_t{value} << 16, 4); };
     const auto count = static_cast<unsigned int>(instances.size());
-    std::string fvar = numbers({1, 0, 16, 2, 2, 20, count, 12});
-    fvar += "wght" + fixed(100) + fixed(400) + fixed(900) + numbers({0, 2});
-    fvar += "wdth" + fixed(50) + fixed(100) + fixed(100) + numbers({0, 2});
+    std::string fvar = Numbers({1, 0, 16, 2, 2, 20, count, 12});
+    fvar += "wght" + fixed(100) + fixed(400) + fixed(900) + Numbers({0, 2});
+    fvar += "wdth" + fixed(50) + fixed(100) + fixed(100) + Numbers({0, 2});
     unsigned int name = 1;
     for (const Instance& instance : instances) {
-      fvar += numbers({name++, 0}) + fixed(instance.weight) + fixed(instance.width);
+      fvar += Numbers({name++, 0}) + fixed(instance.weight) + fixed(instance.width);
     }
     tables["fvar"] = fvar;
     const auto glyphs = static_cast<std::size_t>(S16("maxp", 4));
-    tables["gvar"] = numbers({1, 0, 2, 0}) + Number(20 + 2 * (glyphs + 1), 4) + Number(glyphs, 2) +
+    tables["gvar"] = Numbers({1, 0, 2, 0}) + Number(20 + 2 * (glyphs + 1), 4) + Number(glyphs, 2) +
                      Number(0, 2) + Number(20 + 2 * (glyphs + 1), 4) +
                      std::string(2 * (glyphs + 1), '\0');
     const unsigned int narrowest = 0xC000;  // -1
-    const std::string region = numbers({2, 1, 0, 0, 0, narrowest, narrowest, 0});
-    const std::string change = numbers({1, 1, 1, 0, 0x10000 - 400});
-    const std::string store = numbers({1}) + Number(12, 4) + numbers({1}) +
+    const std::string region = Numbers({2, 1, 0, 0, 0, narrowest, narrowest, 0});
+    const std::string change = Numbers({1, 1, 1, 0, 0x10000 - 400});
+    const std::string store = Numbers({1}) + Number(12, 4) + Numbers({1}) +
                               Number(12 + region.size(), 4) + region + change;
-    const std::string map = numbers({0, 1}) + std::string(1, '\0');  // all glyphs share the change
+    const std::string map = Numbers({0, 1}) + std::string(1, '\0');  // all glyphs share the change
     tables["HVAR"] =
-        numbers({1, 0}) + Number(20, 4) + Number(20 + store.size(), 4) + Number(0, 8) + store + map;
+        Numbers({1, 0}) + Number(20, 4) + Number(20 + store.size(), 4) + Number(0, 8) + store + map;
   }
 
   /// Makes it a font of symbols: the characters from U+F021 to U+F07E are the glyphs from 100 on.
   void MakeSymbols() {
-    std::string cmap;
-    for (const unsigned int value : {0u,
-                                     1u,
-                                     3u,
-                                     0u,
-                                     0u,
-                                     12u,  // one map, at 12
-                                     4u,
-                                     32u,
-                                     0u,
-                                     4u,
-                                     4u,
-                                     1u,
-                                     0u,  // of the fourth format, two stretches
-                                     0xF07Eu,
-                                     0xFFFFu,
-                                     0u,
-                                     0xF021u,
-                                     0xFFFFu,  // their ends and beginnings
-                                     100u + 0x10000u - 0xF021u,
-                                     1u,
-                                     0u,
-                                     0u}) {  // what is added to a character
-      cmap += Number(value, 2);
-    }
-    tables["cmap"] = cmap;
+    constexpr unsigned int kFirst = 0xF021, kLast = 0xF07E, kEnd = 0xFFFF;
+    const unsigned int toGlyph = 100 + 0x10000 - kFirst;
+    // One map, at 12, of the fourth format: the ends and beginnings of two stretches, and what is
+    // added to a character of each.
+    tables["cmap"] = Numbers({0, 1, 3, 0, 0, 12}) + Numbers({4, 32, 0, 4, 4, 1, 0}) +
+                     Numbers({kLast, kEnd, 0, kFirst, kEnd}) + Numbers({toGlyph, 1, 0, 0});
   }
 
-  std::map<std::string, std::string> tables;
+  std::map<std::string, std::string> tables;  ///< The bytes of each table, by its tag.
 
  private:
   static std::size_t Get(const std::string& bytes, std::size_t place, std::size_t width) {
@@ -188,6 +164,12 @@ class FontFile {
   static std::string Number(std::size_t value, std::size_t width) {
     std::string bytes(width, '\0');
     for (std::size_t i = width; i-- > 0; value >>= 8) bytes[i] = static_cast<char>(value & 0xFF);
+    return bytes;
+  }
+  /// Numbers of two bytes.
+  static std::string Numbers(std::initializer_list<unsigned int> values) {
+    std::string bytes;
+    for (const unsigned int value : values) bytes += Number(value & 0xFFFF, 2);
     return bytes;
   }
   static std::string Wide(const std::string& text) {
@@ -213,4 +195,4 @@ inline std::string WriteFontConfiguration(const std::string& folder, const std::
   return path;
 }
 
-}  // namespace vlm::test
+}  // namespace vlm::testing
