@@ -1,6 +1,7 @@
 #include <velum/core/StringConvert.h>
 
 #include <velum/core/StringText.h>
+#include <velum/platform/detail/Ascii.h>
 #include <velum/platform/detail/RuntimeLocale.h>
 #include <velum/platform/detail/Utf8.h>
 
@@ -20,7 +21,7 @@ namespace vlm {
 
 namespace {
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+using platform::IsDigit;
 
 constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};

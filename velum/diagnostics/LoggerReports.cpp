@@ -7,6 +7,7 @@
 #include <velum/diagnostics/detail/ExceptionText.h>
 #include <velum/files/Path.h>
 #include <velum/platform/Types.h>
+#include <velum/platform/detail/Ascii.h>
 #include <velum/platform/detail/Displays.h>
 #include <velum/platform/detail/FileSystem.h>
 #include <velum/platform/detail/FloatingPointUnit.h>
@@ -46,10 +47,7 @@ class Section {
   template <class... Values>
   void Line(const char* format, Values... values) {
     std::string text = ToString(format, values...);
-    const auto isControl = [](char c) {
-      return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
-    };
-    std::replace_if(text.begin(), text.end(), isControl, '?');
+    std::replace_if(text.begin(), text.end(), platform::IsControl, '?');
     log_.SendVA(LogInformation, "%s", text.c_str());
   }
   /// A line with a text, if there is one.

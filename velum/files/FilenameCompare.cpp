@@ -1,6 +1,7 @@
 #include <velum/files/FilenameCompare.h>
 
 #include <velum/files/detail/PathText.h>
+#include <velum/platform/detail/Ascii.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -10,7 +11,7 @@ namespace vlm {
 
 namespace {
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+using platform::IsDigit;
 
 /// A byte's rank: folded, and those above 127 behind all others.
 unsigned char Rank(char c) { return static_cast<unsigned char>(detail::FoldAscii(c)); }

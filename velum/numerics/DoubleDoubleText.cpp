@@ -1,4 +1,5 @@
 #include <velum/numerics/DoubleDouble.h>
+#include <velum/platform/detail/Ascii.h>
 
 #include <velum/core/Exception.h>
 
@@ -17,7 +18,7 @@ constexpr double kMost = std::numeric_limits<double>::max();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 constexpr bool IsSpace(char c) noexcept { return c == ' ' || (c >= '\t' && c <= '\r'); }
-constexpr bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+using platform::IsDigit;
 
 // Reads an integer as atoi does, stopping short of an overflow.
 constexpr long ReadExponent(const char* text) noexcept {

@@ -8,6 +8,7 @@
 /// `Path.h` tells the form of paths.
 
 #include <velum/core/GString.h>
+#include <velum/platform/detail/Ascii.h>
 
 #include <cstddef>
 #include <string_view>
@@ -48,10 +49,7 @@ struct PathParts {
 /// error if a file stands in its place.
 [[nodiscard]] bool MakeFolders(std::string_view path);
 
-/// The small letter of an ASCII capital letter; every other byte stays.
-[[nodiscard]] constexpr char FoldAscii(char c) noexcept {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
+using platform::FoldAscii;
 
 /// A copy with small ASCII letters.
 [[nodiscard]] GString FoldAscii(GString text);
