@@ -7,6 +7,7 @@
 #include <velum/platform/detail/Backtrace.h>
 #include <velum/platform/detail/CrashSignals.h>
 #include <velum/platform/detail/FileSystem.h>
+#include <velum/platform/detail/Modules.h>
 #include <velum/platform/detail/NativePath.h>
 #include <velum/platform/detail/SafeFile.h>
 #include <velum/platform/detail/SafeText.h>

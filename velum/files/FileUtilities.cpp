@@ -4,6 +4,7 @@
 #include <velum/files/Path.h>
 #include <velum/files/detail/PathText.h>
 #include <velum/platform/detail/FileSystem.h>
+#include <velum/platform/detail/Modules.h>
 
 #include <string>
 #include <utility>

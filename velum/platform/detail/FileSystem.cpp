@@ -1,11 +1,8 @@
 #include <velum/platform/detail/FileSystem.h>
 
-#include <velum/platform/detail/Modules.h>
 #include <velum/platform/detail/NativePath.h>
 #include <velum/platform/detail/SystemMessages.h>
 
-#include <dlfcn.h>
-#include <link.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <sys/stat.h>
@@ -15,29 +12,6 @@
 #include <memory>
 
 namespace vlm::platform {
-
-namespace {
-
-/// The loader's record of a module that `module` is the handle of.
-const link_map* MapOfHandle(const void* module) {
-  struct Search {
-    const void* handle;
-    const link_map* found;
-  } search{module, nullptr};
-  const auto visit = [](dl_phdr_info* object, std::size_t, void* data) {
-    auto* const wanted = static_cast<Search*>(data);
-    Dl_info info;
-    void* map = nullptr;
-    if (::dladdr1(object->dlpi_phdr, &info, &map, RTLD_DL_LINKMAP) && map == wanted->handle) {
-      wanted->found = static_cast<const link_map*>(map);
-    }
-    return wanted->found ? 1 : 0;
-  };
-  ::dl_iterate_phdr(visit, &search);
-  return search.found;
-}
-
-}  // namespace
 
 FileKind KindOf(const char* path) {
   struct stat status {};
@@ -93,16 +67,6 @@ std::string MakeTemporaryFile(const std::string& folder, const char* prefix, std
 std::string CurrentFolder() {
   const std::unique_ptr<char, decltype(&::free)> folder(::getcwd(nullptr, 0), &::free);
   return folder ? PathFromNative(folder.get()) : std::string();
-}
-
-std::string ModulePath(const void* module) {
-  if (!module) return PathFromNative(PathOfModule("", nullptr));
-  Dl_info info;
-  void* found = nullptr;
-  const link_map* map = ::dladdr1(module, &info, &found, RTLD_DL_LINKMAP)
-                            ? static_cast<const link_map*>(found)
-                            : MapOfHandle(module);
-  return map ? PathFromNative(PathOfModule(map->l_name, map->l_ld)) : std::string();
 }
 
 }  // namespace vlm::platform

@@ -51,8 +51,4 @@ void SetFileExistsError() noexcept;
 /// The current folder, without a separator at its end unless it is the root; empty if it is gone.
 [[nodiscard]] std::string CurrentFolder();
 
-/// The file of a loaded module, given by an address in it or by the handle that the loader gave;
-/// that of the running program for null; empty for neither.
-[[nodiscard]] std::string ModulePath(const void* module);
-
 }  // namespace vlm::platform

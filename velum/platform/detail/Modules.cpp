@@ -3,9 +3,10 @@
 #include <velum/platform/detail/ElfNames.h>
 #include <velum/platform/detail/InputFile.h>
 #include <velum/platform/detail/LoadedCode.h>
+#include <velum/platform/detail/NativePath.h>
 
+#include <dlfcn.h>
 #include <link.h>
-#include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -83,6 +84,25 @@ class ModuleFiles {
   std::unique_ptr<LoadedCode> code_;
 };
 
+/// The loader's record of a module that `module` is the handle of.
+const link_map* MapOfHandle(const void* module) {
+  struct Search {
+    const void* handle;
+    const link_map* found;
+  } search{module, nullptr};
+  const auto visit = [](dl_phdr_info* object, std::size_t, void* data) {
+    auto* const wanted = static_cast<Search*>(data);
+    Dl_info info;
+    void* map = nullptr;
+    if (::dladdr1(object->dlpi_phdr, &info, &map, RTLD_DL_LINKMAP) && map == wanted->handle) {
+      wanted->found = static_cast<const link_map*>(map);
+    }
+    return wanted->found ? 1 : 0;
+  };
+  ::dl_iterate_phdr(visit, &search);
+  return search.found;
+}
+
 bool ToLocalTime(const timespec& time, SYSTEMTIME& local) {
   constexpr int kFirstYear = 1601;
   constexpr int kLastYear = 30827;
@@ -98,13 +118,15 @@ bool ToLocalTime(const timespec& time, SYSTEMTIME& local) {
 
 }  // namespace
 
-std::string RealPath(const std::string& native) {
-  const std::unique_ptr<char, decltype(&::free)> real(::realpath(native.c_str(), nullptr), &::free);
-  return real ? real.get() : std::string();
-}
-
-std::string PathOfModule(const char* name, const void* address) {
-  return ModuleFiles().PathOf(name ? name : "", address);
+std::string ModulePath(const void* module) {
+  if (!module) return PathFromNative(ProgramPath());
+  Dl_info info;
+  void* found = nullptr;
+  const link_map* map = ::dladdr1(module, &info, &found, RTLD_DL_LINKMAP)
+                            ? static_cast<const link_map*>(found)
+                            : MapOfHandle(module);
+  if (!map) return {};
+  return PathFromNative(ModuleFiles().PathOf(map->l_name ? map->l_name : "", map->l_ld));
 }
 
 std::vector<std::string> LoadedModules(std::size_t limit) {

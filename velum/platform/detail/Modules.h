@@ -17,20 +17,17 @@
 
 namespace vlm::platform {
 
-/// A native path, absolute and without links; empty if nothing is there.
-[[nodiscard]] std::string RealPath(const std::string& native);
-
-/// The native path of a module's file: absolute, and without links as long as the file is there.
-/// `name` is the loader's, empty for the program; `address` lies in the module. Empty for what has
-/// no file.
+/// The file of a loaded module as a path of the library: absolute, and without links as long as the
+/// file is there. The module is given by an address in it or by the handle that the loader gave;
+/// null is the running program. Empty for neither, and for a module that has no file.
 ///
-/// A relative name was so when the module was loaded, in a folder which need not be the current one
+/// A module may have been loaded by a relative name, in a folder which need not be the current one
 /// now: the kernel is asked for the path of such a module, and of one whose file is gone.
-[[nodiscard]] std::string PathOfModule(const char* name, const void* address);
+[[nodiscard]] std::string ModulePath(const void* module);
 
-/// The native paths, as `PathOfModule` gives them, of the modules that the loader has, the program
-/// first, `limit` of them at most. What has no file is left out. Allocates: it is not for a process
-/// that has crashed.
+/// The native paths, else as `ModulePath` gives them, of the modules that the loader has, the
+/// program first, `limit` of them at most. What has no file is left out. Allocates: it is not for a
+/// process that has crashed.
 [[nodiscard]] std::vector<std::string> LoadedModules(std::size_t limit);
 
 /// What a module's file is and says.

@@ -21,6 +21,11 @@ std::string AbsoluteNativePath(const std::string& native) {
   return folder ? std::string(folder.get()) + '/' + native : std::string();
 }
 
+std::string RealPath(const std::string& native) {
+  const std::unique_ptr<char, decltype(&::free)> real(::realpath(native.c_str(), nullptr), &::free);
+  return real ? real.get() : std::string();
+}
+
 std::string PathFromNative(std::string native) {
   std::replace(native.begin(), native.end(), '/', '\\');
   return native;

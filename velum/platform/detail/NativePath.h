@@ -28,6 +28,9 @@ namespace vlm::platform {
 /// begins in a current folder that is gone.
 [[nodiscard]] std::string AbsoluteNativePath(const std::string& native);
 
+/// A path of the system that is absolute and without links; empty if nothing is there.
+[[nodiscard]] std::string RealPath(const std::string& native);
+
 /// A folder or file of the system as a path of the library.
 [[nodiscard]] std::string PathFromNative(std::string native);
 
