@@ -20,7 +20,7 @@ namespace vlm::detail {
 
 inline constexpr int kFirstDay = -657434;                      ///< 1 January 100
 inline constexpr int kLastDay = 2958465;                       ///< 31 December 9999
-inline constexpr double kLastMoment = kLastDay + 1 - 0x1p-31;  ///< a last place before 10000
+inline constexpr double kLastMoment = kLastDay + 1 - 0x1p-31;  ///< just before the year 10000
 inline constexpr int kSecondsOfDay = 86400;
 
 /// A day of the calendar. A plain value.

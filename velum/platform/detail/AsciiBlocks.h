@@ -2,6 +2,8 @@
 
 /// \file
 /// Bytes of text in blocks, of which most are plain ASCII.
+///
+///     if (vlm::platform::NotAscii(text) == 0) vlm::platform::WidenBlock(text, out);
 
 #include <emmintrin.h>
 
@@ -11,7 +13,8 @@ namespace vlm::platform {
 
 static_assert(sizeof(wchar_t) == 4);
 
-constexpr std::ptrdiff_t kAsciiBlock = 16;
+/// How many bytes a block has.
+inline constexpr std::ptrdiff_t kAsciiBlock = 16;
 
 /// Which bytes of a block are not ASCII: a bit for each, the first one's lowest.
 inline unsigned int NotAscii(const char* block) noexcept {

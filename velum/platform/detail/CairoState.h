@@ -2,6 +2,9 @@
 
 /// \file
 /// What painting asks of Cairo's contexts and surfaces.
+///
+///     const vlm::platform::KeptState kept(context);
+///     cairo_set_line_width(context, 2);  // until the end of the scope
 
 #include <cairo.h>
 

@@ -3,6 +3,10 @@
 /// \file
 /// The measures of an OpenType face, read from a few tables of its file.
 ///
+///     vlm::OUTLINETEXTMETRICA record;
+///     std::string problem;
+///     const auto result = vlm::platform::ReadFontTables(file, 0, record, problem);
+///
 /// A list of thousands of faces takes these from each of them, so that no font library is asked:
 /// opening a face there costs ten times as much.
 

@@ -2,6 +2,10 @@
 
 /// \file
 /// Loops whose turns do not depend on each other, on all processors.
+///
+///     vlm::platform::ForRanges(rows.size(), 64, [&](std::size_t begin, std::size_t end) {
+///       for (std::size_t i = begin; i < end; ++i) Sort(rows[i]);
+///     });
 
 #include <cstddef>
 #include <functional>
