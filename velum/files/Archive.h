@@ -190,7 +190,8 @@ class VELUM_API Archive {
 
   /// Reads `size` bytes, whatever the mode.
   void Read(void* data, unsigned int size);
-  /// Writes `size` bytes, whatever the mode.
+  /// Writes `size` bytes, whatever the mode: into a caller's bytes, too, that are being loaded
+  /// from.
   void Write(const void* data, unsigned int size);
 
  private:

@@ -8,9 +8,12 @@
 #include <velum/geometry/Quat4.h>
 #include <velum/geometry/Vec2.h>
 #include <velum/geometry/Vec3.h>
+
 #include <testing/FailingAllocations.h>
 #include <testing/TemporaryFolder.h>
+
 #include <gtest/gtest.h>
+
 #include <climits>
 #include <cstddef>
 #include <functional>
@@ -103,6 +106,7 @@ TEST(Archive, ValuesHaveFixedFormsInTheStream) {
   EXPECT_EQ(StoredValue(std::string("ab\0cd", 5)), (Bytes{2, 0, 0, 0, 'a', 'b'}));
   EXPECT_EQ(StoredValue(std::wstring(L"\xE4")), (Bytes{1, 0, 0, 0, 0xE4, 0}));
   EXPECT_EQ(StoredValue(std::wstring(L"\x1F600")), (Bytes{2, 0, 0, 0, 0x3D, 0xD8, 0x00, 0xDE}));
+  EXPECT_EQ(StoredValue(std::wstring(1, L'\xD83D')), (Bytes{1, 0, 0, 0, 0x3D, 0xD8})) << "half";
   EXPECT_EQ(StoredValue(std::wstring(1, static_cast<wchar_t>(0x110000))),
             (Bytes{1, 0, 0, 0, 0xFD, 0xFF}));
   EXPECT_EQ(StoredValue(Vec3d(0, 0, -2)).size(), 24u);
