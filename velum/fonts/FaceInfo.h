@@ -62,15 +62,6 @@ class VELUM_API CFaceInfo {
   /// place of what `ranges` held. Empty for an outline face that can't be opened.
   virtual void GetDefinedGlyphRanges(std::vector<_CharRange>& ranges) const = 0;
 
- protected:
-  /// Gives the outline text metrics, those of the default face where they can't be had. Never null.
-  virtual const OUTLINETEXTMETRICA* FetchOTM() const = 0;
-  /// Fills the list of glyphs, or for a code above `GMListMax` the entry of that code.
-  virtual void FetchGlyphMetrics(unsigned short code) const = 0;
-  /// Gives the height of the cell.
-  virtual unsigned int FetchCellHeight() const = 0;
-
- public:
   /// The name of the family, in UTF-8.
   [[nodiscard]] GString GetFamilyName() const;
   /// The name by which the face is matched, in UTF-8: at most 31 bytes for an outline face.
@@ -126,6 +117,13 @@ class VELUM_API CFaceInfo {
 
   /// A face of these names, nothing fetched yet.
   CFaceInfo(const GString& familyName, const GString& faceName);
+
+  /// Gives the outline text metrics, those of the default face where they can't be had. Never null.
+  virtual const OUTLINETEXTMETRICA* FetchOTM() const = 0;
+  /// Fills the list of glyphs, or for a code above `GMListMax` the entry of that code.
+  virtual void FetchGlyphMetrics(unsigned short code) const = 0;
+  /// Gives the height of the cell.
+  virtual unsigned int FetchCellHeight() const = 0;
 
   /// Does what `FetchOTM` promises: reads the record under the lock of the metrics unless it was
   /// read before, logs the first failure, and does not try again.
