@@ -241,7 +241,7 @@ TEST(Solvers, ReflectionsAndWhatNeedsNone) {
   // (1, 0, w) with 1 + w^2 = 2 / beta maps (3, 0, 4) to (5, 0, 0).
   EXPECT_NEAR(v(0) * (3 + 4 * v(2)), -2, 1e-15);
   EXPECT_NEAR(v(0) * (1 + v(2) * v(2)), 2, 1e-15);
-  // Two elements get the memory of three from most allocators: behind them stands the NaN.
+  // Two elements get the memory of three from most allocators: what stands behind them is not 0.
   v = VectorOf("0,0,nan");
   v.Clear();
   v = VectorOf("4,3");
