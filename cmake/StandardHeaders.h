@@ -1,4 +1,4 @@
-// Precompiled for the sources of the library and the examples, which name each header they need all the same.
+// Precompiled for the library and the examples, whose sources name each header they need all the same.
 #include <algorithm>
 #include <array>
 #include <atomic>

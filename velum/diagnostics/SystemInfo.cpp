@@ -2,7 +2,6 @@
 
 #include <velum/core/Exception.h>
 #include <velum/files/FileUtilities.h>
-#include <velum/fonts/FaceInfo.h>
 #include <velum/fonts/SystemFaceInfo.h>
 #include <velum/platform/detail/MachineFacts.h>
 #include <velum/platform/detail/NativePath.h>

@@ -236,7 +236,8 @@ TEST(CrashHandler, FileThatCantBeMadeOrFilledIsTold) {
             {"app=" + std::string(300, 'x')},
             "Failed to create dump file '",
             ENAMETOOLONG},
-        Row{"a full disk", {"room=1000"}, "Failed to save dump file to '", EFBIG}}) {
+        Row{"a full disk", {"room=1000"}, "Failed to save dump file to '", EFBIG},
+        Row{"a folder of its name", {"blocked=1"}, "Failed to save dump file to '", EISDIR}}) {
     SCOPED_TRACE(row.why);
     const CrashRun run("null-write", row.options);
     EXPECT_EQ(run.Signal(), SIGSEGV);

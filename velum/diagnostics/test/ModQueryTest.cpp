@@ -221,7 +221,7 @@ TEST(ModQuery, TimesAreLocalAndNoonIsZero) {
     local.tm_min = row.minute;
     local.tm_sec = 7;
     local.tm_isdst = -1;
-    const timespec times[2] = {{0, UTIME_NOW}, {std::mktime(&local), 250'000'000}};
+    const timespec times[2] = {{0, UTIME_NOW}, {std::mktime(&local), 250'999'900}};
     ASSERT_EQ(utimensat(AT_FDCWD, Native(dated.path).c_str(), times, 0), 0);
     const CModQuery modules(2);
     const auto* const module = Find(modules, dated.path);

@@ -137,9 +137,7 @@ std::optional<std::string> ProfileLines::Encoded(std::string_view text) const {
   if (width_ == 1) return std::string(text);
   std::wstring wide(platform::Utf8ToWide(text, nullptr), L'\0');
   platform::Utf8ToWide(text, wide.data());
-  std::string back(platform::WideToUtf8(wide, nullptr), '\0');
-  platform::WideToUtf8(wide, back.data());
-  if (back != text) return std::nullopt;
+  if (platform::WideToUtf8(wide) != text) return std::nullopt;
   std::string bytes(2 * wide.size(), '\0');
   platform::WideToUtf16(wide, highFirst_, bytes.data());
   return bytes;

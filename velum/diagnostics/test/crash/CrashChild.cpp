@@ -341,6 +341,7 @@ void SetUp(Options options) {
     std::ofstream(dump) << "old";
     if (::chmod(dump.c_str(), 0666) != 0) std::_Exit(3);
   }
+  if (options.count("blocked") && ::mkdir(dump.c_str(), 0700) != 0) std::_Exit(3);
   if (options.count("linked")) {
     const std::string& log = options["log"];
     if (::symlink((log + ".victim").c_str(), dump.c_str()) != 0) std::_Exit(3);
