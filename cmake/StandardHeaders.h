@@ -1,4 +1,5 @@
-// Precompiled for the library and the examples, whose sources name each header they need all the same.
+// Precompiled for the library and the examples, whose sources name each header they need all the
+// same.
 #include <algorithm>
 #include <array>
 #include <atomic>
